@@ -1,0 +1,54 @@
+# Compiler settings that every target of this project shares.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "" FORCE)
+endif()
+
+find_program(ZK_CCACHE ccache)
+if(ZK_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_C_COMPILER_LAUNCHER ${ZK_CCACHE})
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${ZK_CCACHE})
+endif()
+
+# What users of the library must compile with: faults in their frames are
+# thrown as exceptions, so their frames need unwind tables at every access.
+add_library(zk_usage_requirements INTERFACE)
+target_compile_options(zk_usage_requirements INTERFACE
+    $<$<COMPILE_LANG_AND_ID:CXX,GNU,Clang>:-fnon-call-exceptions>)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    # clang knows the option only from version 16 on.
+    include(CheckCXXCompilerFlag)
+    check_cxx_compiler_flag(-fnon-call-exceptions ZK_HAVE_NON_CALL_EXCEPTIONS)
+    if(NOT ZK_HAVE_NON_CALL_EXCEPTIONS)
+        set_property(TARGET zk_usage_requirements PROPERTY INTERFACE_COMPILE_OPTIONS "")
+    endif()
+endif()
+
+add_library(zk_warnings INTERFACE)
+target_compile_options(zk_warnings INTERFACE -Wall -Wextra -Wpedantic)
+if(ZK_WERROR)
+    target_compile_options(zk_warnings INTERFACE -Werror)
+endif()
+
+if(ZK_SANITIZE)
+    add_compile_options(-fsanitize=${ZK_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${ZK_SANITIZE})
+    if(ZK_SANITIZE MATCHES undefined)
+        add_compile_options(-fno-sanitize-recover=undefined)
+    endif()
+endif()
+if(ZK_COVERAGE)
+    add_compile_options(--coverage -fprofile-update=atomic)
+    add_link_options(--coverage)
+endif()
+
+# One folder for all programs and, on Windows, the modules that they load.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)

@@ -1,0 +1,8 @@
+// system.h: all operations that are supplied on this system, by capability.
+#pragma once
+
+#include "platform/os/posix/types.h"
+
+#include "platform/os/posix/lastError.h"
+
+#include "platform/os/posix/handles.h"

@@ -1,0 +1,6 @@
+// zk_util.h: everything that the library exports.
+#pragma once
+
+#include "zk_export.h"
+
+#include "platform/os/os.h"
