@@ -12,7 +12,7 @@ arguments=()
 names=()
 for argument in "$@"; do
     case "$argument" in
-    --smoke) arguments+=(--benchmark_min_time=0.001) ;;
+    --smoke) arguments+=(--benchmark_repetitions=1 --benchmark_min_time=0.001) ;;
     -h | --help) sed -n '2,7s/^# \{0,1\}//p' bench.sh; exit 0 ;;
     -*) echo "bench.sh: unknown argument '$argument'" >&2; exit 2 ;;
     *) names+=("$argument") ;;
