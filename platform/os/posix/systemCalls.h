@@ -1,0 +1,87 @@
+// systemCalls.h: the calls into the kernel whose failure a test wants to see.
+//
+//   ssize_t const done = systemCalls().write(descriptor, buffer, length);
+//
+// The files of this folder reach the kernel through one table of function
+// pointers. It costs one load per call; tests put an entry of their own in
+// place (tests/support/FaultInjector.h), and an interrupted read or a full
+// disk becomes an ordinary test. An entry has the name, the arguments and the
+// result of the call it stands for; a variadic call gets its full list.
+//
+// Entries stand in groups by the capability that brought them in, in the same
+// order here and in systemCalls.cpp.
+#pragma once
+
+#include <dirent.h>
+#include <sys/stat.h>
+#include <sys/types.h>
+#include <time.h>
+
+#include <cerrno>
+#include <cstddef>
+
+namespace zk::os {
+
+struct SystemCalls {
+    // Descriptors.
+    int (*open)(char const* path, int flags, mode_t mode);
+    int (*close)(int descriptor);
+    ssize_t (*read)(int descriptor, void* buffer, std::size_t length);
+    ssize_t (*write)(int descriptor, void const* buffer, std::size_t length);
+    off_t (*lseek)(int descriptor, off_t distance, int origin);
+    int (*ftruncate)(int descriptor, off_t length);
+    int (*fsync)(int descriptor);
+    int (*flock)(int descriptor, int operation);
+    int (*lockRange)(int descriptor, int command, struct flock* range);  // fcntl with a record lock
+    ssize_t (*copy_file_range)(int from, off_t* fromOffset, int to, off_t* toOffset, std::size_t length,
+                               unsigned flags);
+
+    // What stands in a directory.
+    int (*stat)(char const* path, struct stat* status);
+    int (*lstat)(char const* path, struct stat* status);
+    int (*fstat)(int descriptor, struct stat* status);
+    int (*statx)(int folder, char const* path, int flags, unsigned mask, struct statx* status);
+    int (*chmod)(char const* path, mode_t mode);
+    int (*fchmod)(int descriptor, mode_t mode);
+    int (*futimens)(int descriptor, timespec const times[2]);
+    int (*mkdir)(char const* path, mode_t mode);
+    int (*rmdir)(char const* path);
+    int (*unlink)(char const* path);
+    int (*rename)(char const* from, char const* to);
+    int (*renameat2)(int fromFolder, char const* from, int toFolder, char const* to, unsigned flags);
+    int (*symlink)(char const* target, char const* path);
+    ssize_t (*readlink)(char const* path, char* buffer, std::size_t length);
+    DIR* (*fdopendir)(int descriptor);
+    dirent* (*readdir)(DIR* folder);
+
+    // The process's current directory.
+    char* (*getcwd)(char* buffer, std::size_t length);
+    int (*chdir)(char const* path);
+
+    // Time.
+    int (*clock_gettime)(clockid_t clock, timespec* now);
+    int (*clock_nanosleep)(clockid_t clock, int flags, timespec const* time, timespec* left);
+};
+
+extern SystemCalls systemCallTable;
+
+/// The table in force. Only tests change it, and only while no other thread is at work in this layer.
+inline SystemCalls& systemCalls() noexcept
+{
+    return systemCallTable;
+}
+
+/// Makes a call anew as long as a signal interrupts it.
+///
+///   ssize_t const done = uninterrupted([&] { return systemCalls().read(descriptor, buffer, length); });
+template <class Call>
+auto uninterrupted(Call call) noexcept
+{
+    decltype(call()) result;
+    do
+        result = call();
+    while (result == -1 && errno == EINTR);
+    return result;
+}
+
+}  // namespace zk::os
