@@ -4,3 +4,5 @@
 #include "zk_export.h"
 
 #include "platform/os/os.h"
+
+#include "platform/classlib/CObject.h"
