@@ -1,0 +1,8 @@
+cmake_minimum_required(VERSION 3.20)
+project(outside LANGUAGES CXX)
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+find_package(ZkUtil 8.4 REQUIRED)
+add_executable(outside main.cpp)
+target_link_libraries(outside PRIVATE zk::util)
+target_compile_options(outside PRIVATE -Wall -Wextra -Wpedantic -Werror)
