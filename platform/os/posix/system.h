@@ -6,3 +6,5 @@
 #include "platform/os/posix/lastError.h"
 
 #include "platform/os/posix/handles.h"
+
+#include "platform/os/posix/messageBox.h"
