@@ -1,0 +1,99 @@
+#include "text/Regexp.h"
+
+#include <cctype>
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace {
+
+// The numbers of the texts around a pattern that does not compile.
+constexpr unsigned badPatternText = 49972;
+constexpr unsigned badPatternAdviceText = 49973;
+
+std::string numberedText(unsigned)
+{
+    return {};
+}
+
+std::string lowerCased(char const* text)
+{
+    std::string result(text);
+    for (char& c : result)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return result;
+}
+
+}  // namespace
+
+Regexp::Regexp(char const* pat, int iflg)
+    : program_(iflg == 1 && pat ? regcomp(lowerCased(pat).c_str()) : regcomp(pat)), target_(nullptr),
+      iflg_(iflg)
+{
+    if (program_)
+        return;
+    std::cerr << numberedText(badPatternText) << (pat ? pat : "") << "." << std::endl;
+    std::cerr << numberedText(badPatternAdviceText) << std::endl;
+}
+
+Regexp::~Regexp()
+{
+    std::free(program_);
+}
+
+Regexp::Regexp(Regexp&& other) noexcept
+    : program_(std::exchange(other.program_, nullptr)), target_(std::exchange(other.target_, nullptr)),
+      iflg_(other.iflg_)
+{
+}
+
+Regexp& Regexp::operator=(Regexp&& other) noexcept
+{
+    std::swap(program_, other.program_);
+    std::swap(target_, other.target_);
+    std::swap(iflg_, other.iflg_);
+    return *this;
+}
+
+int Regexp::match(char const* subject)
+{
+    target_ = subject;
+    if (iflg_ != 1 || !subject || !program_)
+        return regexec(program_, subject);
+
+    std::string const lowered = lowerCased(subject);
+    int const matched = regexec(program_, lowered.c_str());
+    // The copy goes; the groups keep their places in the subject.
+    char const* const copy = lowered.c_str();
+    auto const rebase = [&](char*& position) {
+        if (position)
+            position = const_cast<char*>(subject) + (position - copy);
+    };
+    for (int group = 0; matched && group < NSUBEXP; ++group) {
+        rebase(program_->startp[group]);
+        rebase(program_->endp[group]);
+    }
+    return matched;
+}
+
+int Regexp::groups() const
+{
+    int count = 0;
+    while (program_ && count < NSUBEXP && program_->startp[count])
+        ++count;
+    return count;
+}
+
+Range Regexp::getgroup(int n) const
+{
+    if (!program_ || n < 0 || n >= NSUBEXP || !program_->startp[n])
+        return Range();
+    auto const offset = [this](char const* position) {
+        return static_cast<std::int32_t>(reinterpret_cast<std::uintptr_t>(position) -
+                                         reinterpret_cast<std::uintptr_t>(target_));
+    };
+    return Range(offset(program_->startp[n]), offset(program_->endp[n]) - 1);
+}

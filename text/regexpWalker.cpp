@@ -1,0 +1,214 @@
+#include "text/regexpWalker.h"
+
+#include <cstring>
+#include <vector>
+
+namespace zk {
+
+// What is still to be tried, the latest on top, and the group positions to put
+// back on the way there.
+class RegexpWalker::Stack {
+public:
+    enum class Kind {
+        alternative,  // go on at `node` from `input`
+        repeat,       // `node` follows a run of characters that ends at `input`; it may shrink to `least`
+        restore,      // `*slot` held `input`
+    };
+
+    struct Entry {
+        Kind kind;
+        char const* node;
+        char* input;
+        char* least;
+        char** slot;
+    };
+
+    std::vector<Entry> entries;
+};
+
+bool RegexpWalker::exists(char const* node) const
+{
+    return node >= program_ + 1 && node < program_ + size_ &&
+        static_cast<std::size_t>(program_ + size_ - node) >= nodeSize;
+}
+
+// The node after `node`, or null if there is none within the program.
+char const* RegexpWalker::following(char const* node) const
+{
+    std::size_t const offset = offsetOf(node);
+    if (offset == 0)
+        return nullptr;
+    std::size_t const here = static_cast<std::size_t>(node - program_);
+    if (opcodeOf(node) == opBack)
+        return offset < here ? node - offset : nullptr;
+    return offset + nodeSize <= size_ - here ? node + offset : nullptr;
+}
+
+RegexpOutcome RegexpWalker::search(char* text)
+{
+    textStart_ = text;
+    if (char const* const literal = expression_.regmust) {
+        std::size_t const length =
+            expression_.regmlen < 0 ? 0 : static_cast<std::size_t>(expression_.regmlen);
+        char const* found = text;
+        while ((found = std::strchr(found, *literal)) && std::strncmp(found, literal, length) != 0)
+            found = *found == '\0' ? nullptr : found + 1;
+        if (!found)
+            return RegexpOutcome::noMatch;
+    }
+
+    Stack stack;
+    if (expression_.reganch)
+        return tryAt(text, stack);
+    for (char* start = text;; ++start) {
+        if (expression_.regstart) {
+            start = std::strchr(start, expression_.regstart);
+            if (!start)
+                return RegexpOutcome::noMatch;
+        }
+        RegexpOutcome const outcome = tryAt(start, stack);
+        if (outcome != RegexpOutcome::noMatch || abandoned_ || *start == '\0')
+            return outcome;
+    }
+}
+
+// The number of characters from `input` on that the node takes.
+std::size_t RegexpWalker::countRun(char const* node, char const* input)
+{
+    switch (exists(node) ? opcodeOf(node) : static_cast<unsigned char>(opEnd)) {
+    case opAny: return std::strlen(input);
+    case opExactly: {
+        char const wanted = *operandOf(node);
+        std::size_t count = 0;
+        while (wanted != '\0' && input[count] == wanted)
+            ++count;
+        return count;
+    }
+    case opAnyOf: return std::strspn(input, operandOf(node));
+    case opAnyBut: return std::strcspn(input, operandOf(node));
+    default: regerror("internal foulup"); return 0;
+    }
+}
+
+RegexpOutcome RegexpWalker::tryAt(char* start, Stack& stack)
+{
+    std::memset(expression_.startp, 0, sizeof expression_.startp);
+    std::memset(expression_.endp, 0, sizeof expression_.endp);
+    stack.entries.clear();
+
+    char const* node = program_ + 1;
+    char* input = start;
+    // A sound program takes a character before it comes round to a node again.
+    std::size_t nodesSinceCharacter = 0;
+
+    // Takes back the last choice and goes on with the next one.
+    auto const backUp = [&] {
+        while (!stack.entries.empty()) {
+            Stack::Entry& top = stack.entries.back();
+            switch (top.kind) {
+            case Stack::Kind::restore:
+                *top.slot = top.input;
+                stack.entries.pop_back();
+                break;
+            case Stack::Kind::alternative:
+                node = top.node;
+                input = top.input;
+                stack.entries.pop_back();
+                return true;
+            case Stack::Kind::repeat: {
+                char const* const next = top.node;
+                bool const lookAhead = next && opcodeOf(next) == opExactly;
+                char const wanted = lookAhead ? *operandOf(next) : '\0';
+                while (lookAhead && top.input > top.least && *top.input != wanted)
+                    --top.input;
+                node = next;
+                input = top.input;
+                bool const fits = !lookAhead || *input == wanted;
+                if (input == top.least)
+                    stack.entries.pop_back();
+                else
+                    --top.input;
+                if (fits)
+                    return true;
+                break;
+            }
+            }
+        }
+        return false;
+    };
+
+    bool going = true;
+    while (going) {
+        bool failed = false;
+        char const* next = nullptr;
+        char const* const inputBefore = input;
+        unsigned char const op = node ? opcodeOf(node) : 0;
+        if (node)
+            next = following(node);
+
+        if (!node) {
+            regerror("corrupted pointers");
+            failed = true;
+        } else if (op == opEnd) {
+            expression_.startp[0] = start;
+            expression_.endp[0] = input;
+            return RegexpOutcome::match;
+        } else if (op == opBol) {
+            failed = input != textStart_;
+        } else if (op == opEol) {
+            failed = *input != '\0';
+        } else if (op == opAny || op == opAnyOf || op == opAnyBut) {
+            if (*input == '\0')
+                failed = true;
+            else if (op != opAny)
+                failed = (std::strchr(operandOf(node), *input) != nullptr) != (op == opAnyOf);
+            input += !failed;
+        } else if (op == opExactly) {
+            std::size_t const length = std::strlen(operandOf(node));
+            failed = *input != *operandOf(node) || std::strncmp(input, operandOf(node), length) != 0;
+            if (!failed)
+                input += length;
+        } else if (op == opNothing || op == opBack) {
+            // nothing to match
+        } else if (isOpen(op) || isClose(op)) {
+            char** const slot =
+                isOpen(op) ? &expression_.startp[op - opOpen] : &expression_.endp[op - opClose];
+            stack.entries.push_back({Stack::Kind::restore, nullptr, *slot, nullptr, slot});
+            *slot = input;
+        } else if (op == opBranch) {
+            if (next && opcodeOf(next) == opBranch)
+                stack.entries.push_back({Stack::Kind::alternative, next, input, nullptr, nullptr});
+            next = operandOf(node);
+            if (!exists(next))
+                next = nullptr;
+        } else if (op == opStar || op == opPlus) {
+            std::size_t const least = op == opPlus ? 1 : 0;
+            std::size_t const most = countRun(operandOf(node), input);
+            if (most >= least)
+                stack.entries.push_back({Stack::Kind::repeat, next, input + most, input + least, nullptr});
+            failed = true;  // the way on is the entry just made, if any
+        } else {
+            regerror("memory corruption");
+            failed = true;
+        }
+
+        if (failed) {
+            if (stepsLeft_-- == 0) {
+                abandoned_ = true;
+                return RegexpOutcome::outOfSteps;
+            }
+            going = backUp();
+            continue;
+        }
+        nodesSinceCharacter = input == inputBefore ? nodesSinceCharacter + 1 : 0;
+        if (nodesSinceCharacter > size_) {
+            regerror("corrupted pointers");
+            abandoned_ = true;
+            return RegexpOutcome::noMatch;
+        }
+        node = next;
+    }
+    return RegexpOutcome::noMatch;
+}
+
+}  // namespace zk
