@@ -6,3 +6,5 @@
 #include "platform/os/os.h"
 
 #include "platform/classlib/CObject.h"
+#include "platform/classlib/CString.h"
+#include "platform/classlib/textTables.h"

@@ -1,0 +1,10 @@
+#include "platform/os/resourceTexts.h"
+
+namespace zk::os {
+
+bool loadResourceText(unsigned int, std::string&)
+{
+    return false;
+}
+
+}  // namespace zk::os
