@@ -8,3 +8,7 @@
 #include "platform/os/posix/handles.h"
 
 #include "platform/os/posix/messageBox.h"
+
+#include "platform/os/posix/characters.h"
+#include "platform/os/posix/codePages.h"
+#include "platform/os/posix/textOperations.h"

@@ -14,6 +14,8 @@
 
 #include <mbctype.h>
 #include <mbstring.h>
+#include <stdlib.h>
+#include <string.h>
 
 // Those headers define names that the standard library uses for its own.
 #undef _M1
