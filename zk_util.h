@@ -7,4 +7,11 @@
 
 #include "platform/classlib/CObject.h"
 #include "platform/classlib/CString.h"
+#include "platform/classlib/CArray.h"
+#include "platform/classlib/CList.h"
+#include "platform/classlib/CMap.h"
+#include "platform/classlib/CPtrArray.h"
+#include "platform/classlib/CStringArray.h"
+#include "platform/classlib/CStringList.h"
+#include "platform/classlib/CStringMaps.h"
 #include "platform/classlib/textTables.h"

@@ -22,15 +22,15 @@ public:
     FormatArgument() noexcept { }
 
     template <class Number, std::enable_if_t<std::is_arithmetic_v<Number>, int> = 0>
-    FormatArgument(Number value) noexcept
+    FormatArgument(Number number) noexcept
     {
-        setNumber(value);
+        setNumber(number);
     }
 
     template <class Enum, std::enable_if_t<std::is_enum_v<Enum>, int> = 0, class = void>
-    FormatArgument(Enum value) noexcept
+    FormatArgument(Enum number) noexcept
     {
-        setNumber(static_cast<std::underlying_type_t<Enum>>(value));
+        setNumber(static_cast<std::underlying_type_t<Enum>>(number));
     }
 
     FormatArgument(char const* text) noexcept : kind(Kind::text) { value.text = text; }
