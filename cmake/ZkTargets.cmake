@@ -57,7 +57,10 @@ function(zk_library)
             OUTPUT_NAME ZK_UTIL_DLL
             VERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}
             SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
-        target_link_options(zk_util PRIVATE LINKER:--no-undefined LINKER:-z,now)
+        target_link_options(zk_util PRIVATE LINKER:-z,now)
+        if(NOT ZK_SANITIZE)   # the sanitizers' own symbols are in the program
+            target_link_options(zk_util PRIVATE LINKER:--no-undefined)
+        endif()
     endif()
 endfunction()
 
