@@ -18,8 +18,7 @@ char nativeSeparator() noexcept
     return separator.load(std::memory_order_relaxed);
 }
 
-ScopedNativeSeparator::ScopedNativeSeparator(char other) noexcept
-    : previous_(separator.exchange(other))
+ScopedNativeSeparator::ScopedNativeSeparator(char other) noexcept : previous_(separator.exchange(other))
 {
 }
 

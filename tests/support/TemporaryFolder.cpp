@@ -24,8 +24,10 @@ TemporaryFolder::~TemporaryFolder()
     if (!ignored)
         return;
     // Something below was made read-only: give every folder its rights back and try again.
-    for (fs::recursive_directory_iterator entry(folder_, ignored), end; !ignored && entry != end; entry.increment(ignored))
-        fs::permissions(entry->path(), fs::perms::owner_all, fs::perm_options::add | fs::perm_options::nofollow, ignored);
+    for (fs::recursive_directory_iterator entry(folder_, ignored), end; !ignored && entry != end;
+         entry.increment(ignored))
+        fs::permissions(entry->path(), fs::perms::owner_all,
+                        fs::perm_options::add | fs::perm_options::nofollow, ignored);
     fs::permissions(folder_, fs::perms::owner_all, fs::perm_options::add, ignored);
     fs::remove_all(folder_, ignored);
 }

@@ -19,7 +19,8 @@ template <class Result>
 bool isFailure(Result const& result)
 {
     if constexpr (std::is_pointer_v<Result>)
-        return result == nullptr || static_cast<void const*>(result) == static_cast<void const*>(INVALID_HANDLE_VALUE);
+        return result == nullptr ||
+            static_cast<void const*>(result) == static_cast<void const*>(INVALID_HANDLE_VALUE);
     else
         return result == Result() || (sizeof(Result) == 4 && static_cast<DWORD>(result) == 0xFFFFFFFF);
 }
@@ -27,19 +28,19 @@ bool isFailure(Result const& result)
 }  // namespace zk::test
 
 /// Expects that `call` fails and that the last error is then `error`.
-#define EXPECT_FAILS(call, error)                                                                       \
-    do {                                                                                                \
-        ::SetLastError(zk::test::poisonedError);                                                        \
-        auto const zkResult = (call);                                                                   \
-        DWORD const zkError = ::GetLastError();                                                         \
-        EXPECT_TRUE(zk::test::isFailure(zkResult)) << #call " succeeded";                               \
-        EXPECT_EQ(zkError, DWORD(error)) << "last error of " #call ", expected " #error;                \
+#define EXPECT_FAILS(call, error)                                                                            \
+    do {                                                                                                     \
+        ::SetLastError(zk::test::poisonedError);                                                             \
+        auto const zkResult = (call);                                                                        \
+        DWORD const zkError = ::GetLastError();                                                              \
+        EXPECT_TRUE(zk::test::isFailure(zkResult)) << #call " succeeded";                                    \
+        EXPECT_EQ(zkError, DWORD(error)) << "last error of " #call ", expected " #error;                     \
     } while (false)
 
 /// Expects that `call` succeeds and leaves the last error alone.
-#define EXPECT_SUCCEEDS(call)                                                                           \
-    do {                                                                                                \
-        ::SetLastError(zk::test::poisonedError);                                                        \
-        auto const zkResult = (call);                                                                   \
-        EXPECT_FALSE(zk::test::isFailure(zkResult)) << #call " failed with " << ::GetLastError();       \
+#define EXPECT_SUCCEEDS(call)                                                                                \
+    do {                                                                                                     \
+        ::SetLastError(zk::test::poisonedError);                                                             \
+        auto const zkResult = (call);                                                                        \
+        EXPECT_FALSE(zk::test::isFailure(zkResult)) << #call " failed with " << ::GetLastError();            \
     } while (false)

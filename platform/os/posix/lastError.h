@@ -107,7 +107,7 @@ inline BOOL report(DWORD error) noexcept
 /// Keeps the last error as it is over a block of clean-up.
 class PreserveLastError {
 public:
-    PreserveLastError() noexcept : error_(GetLastError()) {}
+    PreserveLastError() noexcept : error_(GetLastError()) { }
     ~PreserveLastError() { SetLastError(error_); }
     PreserveLastError(PreserveLastError const&) = delete;
     PreserveLastError& operator=(PreserveLastError const&) = delete;

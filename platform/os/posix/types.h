@@ -77,8 +77,11 @@ using HKEY = HKEY__*;
 #define INVALID_HANDLE_VALUE (reinterpret_cast<HANDLE>(static_cast<LONG_PTR>(-1)))
 #define INFINITE 0xFFFFFFFFu
 
-#define MAKEWORD(low, high) (static_cast<WORD>((static_cast<DWORD_PTR>(low) & 0xff) | ((static_cast<DWORD_PTR>(high) & 0xff) << 8)))
-#define MAKELONG(low, high) (static_cast<LONG>((static_cast<DWORD_PTR>(low) & 0xffff) | ((static_cast<DWORD_PTR>(high) & 0xffff) << 16)))
+#define MAKEWORD(low, high)                                                                                  \
+    (static_cast<WORD>((static_cast<DWORD_PTR>(low) & 0xff) | ((static_cast<DWORD_PTR>(high) & 0xff) << 8)))
+#define MAKELONG(low, high)                                                                                  \
+    (static_cast<LONG>((static_cast<DWORD_PTR>(low) & 0xffff) |                                              \
+                       ((static_cast<DWORD_PTR>(high) & 0xffff) << 16)))
 #define LOWORD(value) (static_cast<WORD>(static_cast<DWORD_PTR>(value) & 0xffff))
 #define HIWORD(value) (static_cast<WORD>((static_cast<DWORD_PTR>(value) >> 16) & 0xffff))
 #define LOBYTE(value) (static_cast<BYTE>(static_cast<DWORD_PTR>(value) & 0xff))
