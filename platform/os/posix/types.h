@@ -100,6 +100,39 @@ struct FILETIME {
 };
 using LPFILETIME = FILETIME*;
 
+struct SYSTEMTIME {
+    WORD wYear;
+    WORD wMonth;        // 1 is January
+    WORD wDayOfWeek;    // 0 is Sunday
+    WORD wDay;
+    WORD wHour;
+    WORD wMinute;
+    WORD wSecond;
+    WORD wMilliseconds;
+};
+using LPSYSTEMTIME = SYSTEMTIME*;
+
+struct POINT {
+    LONG x;
+    LONG y;
+};
+using LPPOINT = POINT*;
+
+struct SIZE {
+    LONG cx;
+    LONG cy;
+};
+using LPSIZE = SIZE*;
+
+struct RECT {
+    LONG left;
+    LONG top;
+    LONG right;
+    LONG bottom;
+};
+using LPRECT = RECT*;
+using LPCRECT = RECT const*;
+
 union LARGE_INTEGER {
     struct {
         DWORD LowPart;
