@@ -1,5 +1,7 @@
 #include "text/regexpCompiler.h"
 
+#include "text/regexpPlan.h"
+
 #include <cstdlib>
 #include <cstring>
 
@@ -297,8 +299,15 @@ RegexpCompiler::Node RegexpCompiler::literal(Flags& flags)
     return result;
 }
 
+void RegexpCompiler::count(unsigned char op)
+{
+    ++nodes_;
+    sets_ += op == opAnyOf || op == opAnyBut || op == opStar || op == opPlus;
+}
+
 RegexpCompiler::Node RegexpCompiler::emit(unsigned char op)
 {
+    count(op);
     Node const result = size_;
     if (program_) {
         program_[size_] = static_cast<char>(op);
@@ -320,6 +329,7 @@ void RegexpCompiler::emitByte(char byte)
 // operand are relative and stay right.
 void RegexpCompiler::insert(unsigned char op, Node before)
 {
+    count(op);
     if (program_) {
         char* const place = program_ + before;
         std::memmove(place + nodeSize, place, size_ - before);
@@ -371,7 +381,7 @@ regexp* compileRegexp(char const* expression, RegexpFault& fault, RegexpAllocato
         fault = {"regexp too big", std::strlen(expression)};
         return nullptr;
     }
-    void* const block = allocate(sizeof(regexp) + counting.size());
+    void* const block = allocate(regexpBlockSize(counting.size(), counting.nodes(), counting.sets()));
     if (!block) {
         fault = {"out of space", 0};
         return nullptr;
@@ -382,6 +392,7 @@ regexp* compileRegexp(char const* expression, RegexpFault& fault, RegexpAllocato
     RegexpCompiler writing(expression, result->program);
     writing.run();
     setHints(*result, writing.flags());
+    makePlan(*result, counting.size(), counting.nodes(), counting.sets());
     return result;
 }
 

@@ -33,6 +33,10 @@ public:
     RegexpFault const& fault() const { return fault_; }
     std::size_t size() const { return size_; }
 
+    /// How many nodes there are, and how many sets the plan needs for them.
+    std::size_t nodes() const { return nodes_; }
+    std::size_t sets() const { return sets_; }
+
     /// What run() found, for the search hints.
     Flags flags() const { return flags_; }
 
@@ -51,6 +55,7 @@ private:
     Node fail(char const* message);
     Node emit(unsigned char op);
     void emitByte(char byte);
+    void count(unsigned char op);
     void insert(unsigned char op, Node before);
     void link(Node node, Node target);
     void linkTail(Node first, Node target);
@@ -60,6 +65,8 @@ private:
     char const* next_;
     char* program_;
     std::size_t size_ = 1;
+    std::size_t nodes_ = 0;
+    std::size_t sets_ = 0;
     int groups_ = 1;
     Flags flags_ = worst;
     RegexpFault fault_;

@@ -1,0 +1,298 @@
+#include "text/byteSearch.h"
+
+#include <bit>
+
+#if defined(__SSE2__)
+#    include <immintrin.h>
+#    define ZK_VECTOR_SEARCH 1
+// Whole aligned blocks are read, so a search may read bytes next to the text.
+// They lie in the same block, hence in the same page, and are masked out.
+#    define ZK_BLOCK_READER __attribute__((target("ssse3"), no_sanitize("address"), no_sanitize("thread")))
+#endif
+
+namespace zk {
+
+namespace {
+
+char const* findInSetBytewise(char const* text, ByteSet const& set)
+{
+    while (!set.has(*text))
+        ++text;
+    return text;
+}
+
+char const* findTextBytewise(char const* text, TextNeedle const& needle)
+{
+    while ((text = std::strchr(text, *needle.text))) {
+        if (std::strncmp(text, needle.text, needle.length) == 0)
+            return text;
+        ++text;
+    }
+    return nullptr;
+}
+
+// Whether `text` starts with the needle; reads no further than its NUL.
+bool startsWith(char const* text, TextNeedle const& needle)
+{
+    std::size_t same = 0;
+    while (same < needle.length && text[same] == needle.text[same])
+        ++same;
+    return same == needle.length;
+}
+
+#if ZK_VECTOR_SEARCH
+
+constexpr std::uintptr_t blockSize = 16;
+
+bool haveVectors()
+{
+    static bool const have = __builtin_cpu_supports("ssse3");
+    return have;
+}
+
+char const* blockAround(char const* p)
+{
+    return p - (reinterpret_cast<std::uintptr_t>(p) & (blockSize - 1));
+}
+
+unsigned lowestBit(unsigned mask)
+{
+    return static_cast<unsigned>(std::countr_zero(mask));
+}
+
+ZK_BLOCK_READER inline __m128i loadBlock(char const* p)
+{
+    return _mm_load_si128(reinterpret_cast<__m128i const*>(p));
+}
+
+ZK_BLOCK_READER inline __m128i loadTable(std::uint8_t const* table)
+{
+    return _mm_loadu_si128(reinterpret_cast<__m128i const*>(table));
+}
+
+ZK_BLOCK_READER inline unsigned bitsOf(__m128i lanes)
+{
+    return static_cast<unsigned>(_mm_movemask_epi8(lanes));
+}
+
+// 0xFF in each lane whose byte is not in the set.
+ZK_BLOCK_READER inline __m128i outside(__m128i bytes, __m128i lowRows, __m128i highRows)
+{
+    __m128i const bits = _mm_set1_epi64x(static_cast<long long>(0x8040201008040201ull));
+    __m128i const rows = _mm_or_si128(_mm_shuffle_epi8(lowRows, bytes),
+                                      _mm_shuffle_epi8(highRows, _mm_xor_si128(bytes, _mm_set1_epi8(-128))));
+    __m128i const column = _mm_and_si128(_mm_srli_epi16(bytes, 4), _mm_set1_epi8(15));
+    return _mm_cmpeq_epi8(_mm_and_si128(rows, _mm_shuffle_epi8(bits, column)), _mm_setzero_si128());
+}
+
+ZK_BLOCK_READER char const* findInSetBlockwise(char const* text, ByteSet const& set)
+{
+    __m128i const lowRows = loadTable(set.rows);
+    __m128i const highRows = loadTable(set.rows + 16);
+    char const* block = blockAround(text);
+    unsigned found =
+        ~bitsOf(outside(loadBlock(block), lowRows, highRows)) & 0xFFFFu & (~0u << (text - block));
+    while (!found) {
+        block += blockSize;
+        found = ~bitsOf(outside(loadBlock(block), lowRows, highRows)) & 0xFFFFu;
+    }
+    return block + lowestBit(found);
+}
+
+// Looks for `count` bytes in a row that start at the needle's window. A block
+// is compared for the last of them; the others are compared in the same block
+// moved up, with the end of the block before moved in.
+template <int count>
+ZK_BLOCK_READER char const* findTextBlockwise(char const* text, TextNeedle const& needle)
+{
+    char const* const window = needle.text + needle.window;
+    __m128i const first = _mm_set1_epi8(window[0]);
+    __m128i const second = _mm_set1_epi8(window[count > 1 ? 1 : 0]);
+    __m128i const third = _mm_set1_epi8(window[count > 2 ? 2 : 0]);
+    __m128i const zero = _mm_setzero_si128();
+    __m128i const ones = _mm_set1_epi8(-1);
+    std::ptrdiff_t const back = static_cast<std::ptrdiff_t>(needle.window) + count - 1;
+
+    char const* block = blockAround(text);
+    unsigned valid = ~0u << (text - block);
+    __m128i previous = ones;  // bytes before the text: they may be anything
+    for (;; block += blockSize, valid = ~0u) {
+        __m128i const bytes = loadBlock(block);
+        __m128i hits;
+        if constexpr (count == 1) {
+            hits = _mm_cmpeq_epi8(bytes, first);
+        } else if constexpr (count == 2) {
+            hits = _mm_and_si128(_mm_cmpeq_epi8(bytes, second),
+                                 _mm_cmpeq_epi8(_mm_alignr_epi8(bytes, previous, 15), first));
+        } else {
+            hits = _mm_and_si128(_mm_cmpeq_epi8(bytes, third),
+                                 _mm_and_si128(_mm_cmpeq_epi8(_mm_alignr_epi8(bytes, previous, 15), second),
+                                               _mm_cmpeq_epi8(_mm_alignr_epi8(bytes, previous, 14), first)));
+        }
+        __m128i const ends = _mm_cmpeq_epi8(bytes, zero);
+        previous = bytes;
+        if (bitsOf(_mm_or_si128(hits, ends)) == 0)
+            continue;
+        unsigned const end = bitsOf(ends) & valid;
+        unsigned candidates = bitsOf(hits) & valid;
+        if (end)
+            candidates &= end ^ (end - 1);
+        for (; candidates; candidates &= candidates - 1) {
+            char const* const last = block + lowestBit(candidates);
+            if (last - text >= back && startsWith(last - back, needle))
+                return last - back;
+        }
+        if (end)
+            return nullptr;
+    }
+}
+
+// As findTextBlockwise, with a set of alternatives for each of three bytes.
+ZK_BLOCK_READER char const* findPrefixBlockwise(char const* text, PrefixFilter const& filter)
+{
+    __m128i const low0 = loadTable(filter.low[0]), high0 = loadTable(filter.high[0]);
+    __m128i const low1 = loadTable(filter.low[1]), high1 = loadTable(filter.high[1]);
+    __m128i const low2 = loadTable(filter.low[2]), high2 = loadTable(filter.high[2]);
+    __m128i const zero = _mm_setzero_si128();
+    __m128i const nibble = _mm_set1_epi8(15);
+
+    char const* block = blockAround(text);
+    unsigned valid = ~0u << (text - block);
+    __m128i previous0 = _mm_set1_epi8(-1);  // bytes before the text: they may be anything
+    __m128i previous1 = previous0;
+    for (;; block += blockSize, valid = ~0u) {
+        __m128i const bytes = loadBlock(block);
+        __m128i const low = _mm_and_si128(bytes, nibble);
+        __m128i const high = _mm_and_si128(_mm_srli_epi16(bytes, 4), nibble);
+        __m128i const at0 = _mm_and_si128(_mm_shuffle_epi8(low0, low), _mm_shuffle_epi8(high0, high));
+        __m128i const at1 = _mm_and_si128(_mm_shuffle_epi8(low1, low), _mm_shuffle_epi8(high1, high));
+        __m128i const at2 = _mm_and_si128(_mm_shuffle_epi8(low2, low), _mm_shuffle_epi8(high2, high));
+        __m128i const all = _mm_and_si128(
+            at2, _mm_and_si128(_mm_alignr_epi8(at1, previous1, 15), _mm_alignr_epi8(at0, previous0, 14)));
+        previous0 = at0;
+        previous1 = at1;
+        unsigned candidates = ~bitsOf(_mm_cmpeq_epi8(all, zero)) & 0xFFFFu & valid;
+        unsigned const end = bitsOf(_mm_cmpeq_epi8(bytes, zero)) & valid;
+        if ((candidates | end) == 0)
+            continue;
+        if (end)
+            candidates &= end ^ (end - 1);
+        for (; candidates; candidates &= candidates - 1) {
+            char const* const start = block + lowestBit(candidates) - 2;
+            if (start >= text)
+                return start;
+        }
+        if (end) {
+            char const* const terminator = block + lowestBit(end);
+            return terminator - text > 2 ? terminator - 2 : text;
+        }
+    }
+}
+
+#endif
+
+}  // namespace
+
+unsigned ByteSet::size() const
+{
+    unsigned result = 0;
+    for (std::uint8_t const row : rows)
+        result += static_cast<unsigned>(std::popcount(row));
+    return result;
+}
+
+char const* findInSet(char const* text, ByteSet const& set)
+{
+#if ZK_VECTOR_SEARCH
+    if (haveVectors())
+        return findInSetBlockwise(text, set);
+#endif
+    return findInSetBytewise(text, set);
+}
+
+TextNeedle makeNeedle(char const* text, std::size_t length)
+{
+    TextNeedle result{text, length, 0};
+    unsigned rarest = ~0u;
+    for (std::size_t start = 0; start + 3 <= length; ++start) {
+        unsigned const rank =
+            frequencyRank(text[start]) + frequencyRank(text[start + 1]) + frequencyRank(text[start + 2]);
+        if (rank < rarest) {
+            rarest = rank;
+            result.window = start;
+        }
+    }
+    return result;
+}
+
+char const* findText(char const* text, TextNeedle const& needle)
+{
+#if ZK_VECTOR_SEARCH
+    if (haveVectors()) {
+        switch (needle.length) {
+        case 1: return findTextBlockwise<1>(text, needle);
+        case 2: return findTextBlockwise<2>(text, needle);
+        default: return findTextBlockwise<3>(text, needle);
+        }
+    }
+#endif
+    return findTextBytewise(text, needle);
+}
+
+void PrefixFilter::allow(int position, int bucket, ByteSet const& bytes)
+{
+    std::uint8_t const bit = static_cast<std::uint8_t>(1u << bucket);
+    for (unsigned row = 0; row < 32; ++row) {
+        if (bytes.rows[row] == 0)
+            continue;
+        low[position][row & 15] |= bit;
+        for (unsigned column = 0; column < 8; ++column) {
+            if (bytes.rows[row] >> column & 1u)
+                high[position][(row >> 4) * 8 + column] |= bit;
+        }
+    }
+}
+
+void PrefixFilter::allowAll(int position, int bucket)
+{
+    for (int nibble = 0; nibble < 16; ++nibble) {
+        low[position][nibble] |= static_cast<std::uint8_t>(1u << bucket);
+        high[position][nibble] |= static_cast<std::uint8_t>(1u << bucket);
+    }
+}
+
+char const* findPrefix(char const* text, PrefixFilter const& filter)
+{
+#if ZK_VECTOR_SEARCH
+    if (haveVectors())
+        return findPrefixBlockwise(text, filter);
+#endif
+    auto const at = [&](int position, char c) {
+        unsigned char const byte = static_cast<unsigned char>(c);
+        return filter.low[position][byte & 15] & filter.high[position][byte >> 4];
+    };
+    while (text[0] != '\0' && text[1] != '\0' && text[2] != '\0') {
+        if (at(0, text[0]) & at(1, text[1]) & at(2, text[2]))
+            return text;
+        ++text;
+    }
+    return text;
+}
+
+unsigned frequencyRank(char c)
+{
+    // The commonest first; what is not listed is rarer than all of these.
+    static constexpr char common[] = " etaonisrhldcumfpgwybv,.kT\nSAIxBCMHWqjPDLFRENGOzJ'\"-_/:;0123456789";
+    static constexpr auto ranks = [] {
+        struct Table {
+            std::uint8_t of[256] = {};
+        } table;
+        for (unsigned i = 0; i + 1 < sizeof common; ++i)
+            table.of[static_cast<unsigned char>(common[i])] =
+                static_cast<std::uint8_t>(i < 28 ? 255 - 6 * i : 87 - i);
+        return table;
+    }();
+    return ranks.of[static_cast<unsigned char>(c)];
+}
+
+}  // namespace zk

@@ -1,0 +1,530 @@
+#include "text/regexpPlan.h"
+
+#include <algorithm>
+#include <cstring>
+#include <type_traits>
+
+namespace zk {
+
+static_assert(std::is_trivially_copyable_v<RegexpPlan> && std::is_trivially_copyable_v<RegexpStep>);
+static_assert(offsetof(regexp, seal) + sizeof regexp::seal == offsetof(regexp, regmust),
+              "the seal takes padding only");
+
+namespace {
+
+constexpr std::size_t programOffset = offsetof(regexp, program);
+
+std::size_t planOffset(std::size_t programSize)
+{
+    return (programOffset + programSize + alignof(RegexpPlan) - 1) / alignof(RegexpPlan) *
+        alignof(RegexpPlan);
+}
+
+// The seal: the program's size, and a mark that only this size at this address has in this process.
+constexpr std::size_t sealSize = sizeof regexp::seal;
+
+void computeSeal(regexp const& expression, std::uint16_t programSize, unsigned char (&seal)[sealSize])
+{
+    static char const secret = 0;  // its address differs from process to process
+    std::uint64_t mark = reinterpret_cast<std::uintptr_t>(&expression) ^
+        reinterpret_cast<std::uintptr_t>(&secret) << 17 ^ static_cast<std::uint64_t>(programSize) << 48;
+    mark *= 0x9E3779B97F4A7C15ull;
+    mark ^= mark >> 29;
+    mark *= 0xBF58476D1CE4E5B9ull;
+    std::uint32_t const high = static_cast<std::uint32_t>(mark >> 32);
+    std::memcpy(seal, &programSize, 2);
+    std::memcpy(seal + 2, &high, 4);
+}
+
+class PlanMaker {
+public:
+    PlanMaker(regexp& expression, std::size_t programSize, std::size_t nodes, std::size_t sets);
+    void run();
+
+private:
+    static constexpr int positions = PrefixFilter::depthLimit;
+
+    struct Prefix {
+        ByteSet at[positions];
+        int depth = 0;
+    };
+
+    void numberNodes();
+    void makeSteps();
+    void makeStep(std::size_t offset, RegexpStep& step);
+    std::uint16_t addSet(char const* node);
+    void resolveJumps();
+    void findFirstBytes();
+    bool firstBytesOf(RegexpStep const& step, ByteSet& result) const;
+    void chooseSearch();
+    bool chooseRequired();
+    bool choosePrefix();
+    Prefix prefixFrom(std::uint16_t index) const;
+    void addConsumed(std::size_t from, std::size_t to, ByteSet& bytes) const;
+    void addConsumed(RegexpStep const& step, ByteSet& bytes) const;
+
+    RegexpStep& stepAt(std::size_t offset) const { return steps_[numberAt_[offset]]; }
+    std::size_t nextOffset(std::size_t offset) const
+    {
+        char const* const node = program_ + offset;
+        return opcodeOf(node) == opBack ? offset - offsetOf(node) : offset + offsetOf(node);
+    }
+
+    regexp& expression_;
+    char* program_;
+    std::size_t programSize_;
+    RegexpPlan& plan_;
+    ByteSet* firsts_;
+    ByteSet* sets_;
+    RegexpStep* steps_;
+    std::uint16_t* numberAt_;  // of the node at an offset in the program
+    bool hasLoops_ = false;
+};
+
+PlanMaker::PlanMaker(regexp& expression, std::size_t programSize, std::size_t nodes, std::size_t sets)
+    : expression_(expression), program_(expression.program), programSize_(programSize),
+      plan_(*reinterpret_cast<RegexpPlan*>(reinterpret_cast<char*>(&expression) + planOffset(programSize)))
+{
+    plan_ = RegexpPlan();
+    plan_.programSize = static_cast<std::uint32_t>(programSize);
+    plan_.stepCount = static_cast<std::uint16_t>(nodes);
+    plan_.setCount = static_cast<std::uint16_t>(sets);
+    firsts_ = const_cast<ByteSet*>(plan_.firsts());
+    sets_ = const_cast<ByteSet*>(plan_.sets());
+    steps_ = const_cast<RegexpStep*>(plan_.steps());
+    char* const copy = const_cast<char*>(plan_.programCopy());
+    std::memcpy(copy, program_, programSize);
+    numberAt_ = reinterpret_cast<std::uint16_t*>(copy + (programSize + 1) / 2 * 2);
+}
+
+void PlanMaker::run()
+{
+    plan_.regmust = expression_.regmust;
+    plan_.regmlen = expression_.regmlen;
+    plan_.regstart = expression_.regstart;
+    plan_.reganch = expression_.reganch;
+    numberNodes();
+    makeSteps();
+    resolveJumps();
+    findFirstBytes();
+    chooseSearch();
+    computeSeal(expression_, static_cast<std::uint16_t>(programSize_), expression_.seal);
+}
+
+// The nodes stand one behind the other, operands that are nodes among them.
+void PlanMaker::numberNodes()
+{
+    std::uint16_t number = 0;
+    for (std::size_t offset = 1; offset < programSize_;) {
+        numberAt_[offset] = number++;
+        char const* const node = program_ + offset;
+        switch (opcodeOf(node)) {
+        case opExactly:
+        case opAnyOf:
+        case opAnyBut: offset += nodeSize + std::strlen(operandOf(node)) + 1; break;
+        default: offset += nodeSize;
+        }
+    }
+    plan_.stepCount = number;
+}
+
+void PlanMaker::makeSteps()
+{
+    plan_.setCount = 0;
+    plan_.groupCount = 1;
+    std::uint16_t number = 0;
+    for (std::size_t offset = 1; offset < programSize_; ++number) {
+        RegexpStep& step = steps_[number];
+        step = RegexpStep();
+        makeStep(offset, step);
+        char const* const node = program_ + offset;
+        unsigned char const op = opcodeOf(node);
+        offset += nodeSize;
+        if (op == opExactly)
+            offset += step.length + 1u;
+        else if (op == opAnyOf || op == opAnyBut)
+            offset += step.length + 1u;
+    }
+}
+
+void PlanMaker::makeStep(std::size_t offset, RegexpStep& step)
+{
+    char const* const node = program_ + offset;
+    unsigned char const op = opcodeOf(node);
+    step.operand = static_cast<std::uint16_t>(offset + nodeSize);
+    step.other = RegexpStep::none;
+    step.next = op == opEnd || offsetOf(node) == 0 ? RegexpStep::none : numberAt_[nextOffset(offset)];
+    switch (op) {
+    case opEnd: step.kind = RegexpStep::end; break;
+    case opBol: step.kind = RegexpStep::startOfText; break;
+    case opEol: step.kind = RegexpStep::endOfText; break;
+    case opAny: step.kind = RegexpStep::anyByte; break;
+    case opAnyOf:
+    case opAnyBut:
+        step.kind = RegexpStep::byteOf;
+        step.length = static_cast<std::uint16_t>(std::strlen(operandOf(node)));
+        step.set = addSet(node);
+        break;
+    case opExactly:
+        step.length = static_cast<std::uint16_t>(std::strlen(operandOf(node)));
+        step.kind = step.length == 1 ? RegexpStep::character : RegexpStep::text;
+        step.byte = *operandOf(node);
+        break;
+    case opStar:
+    case opPlus: {
+        step.kind = RegexpStep::run;
+        step.length = op == opPlus ? 1 : 0;
+        step.set = addSet(node + nodeSize);
+        sets_[step.set].invert();
+        step.memo = plan_.choiceCount++;
+        break;
+    }
+    case opBranch: {
+        std::size_t const next = nextOffset(offset);
+        bool const hasOther = opcodeOf(program_ + next) == opBranch;
+        step.kind = RegexpStep::choice;
+        step.other = hasOther ? numberAt_[next] : RegexpStep::none;
+        step.next = numberAt_[offset + nodeSize];
+        step.memo = plan_.choiceCount++;
+        break;
+    }
+    case opBack: hasLoops_ = true; [[fallthrough]];
+    case opNothing: step.kind = RegexpStep::jump; break;
+    default:
+        step.kind = RegexpStep::save;
+        if (isOpen(op)) {
+            step.slot = static_cast<std::uint8_t>(op - opOpen);
+            plan_.groupCount =
+                std::max<std::uint16_t>(plan_.groupCount, static_cast<std::uint16_t>(step.slot + 1));
+        } else {
+            step.slot = static_cast<std::uint8_t>(NSUBEXP + op - opClose);
+        }
+    }
+}
+
+// The bytes that the node takes, as a set of its own.
+std::uint16_t PlanMaker::addSet(char const* node)
+{
+    ByteSet& set = sets_[plan_.setCount];
+    set = ByteSet();
+    switch (opcodeOf(node)) {
+    case opAny:
+        set.fill();
+        set.remove('\0');
+        break;
+    case opExactly: set.add(*operandOf(node)); break;
+    default:
+        for (char const* member = operandOf(node); *member; ++member)
+            set.add(*member);
+        if (opcodeOf(node) == opAnyBut) {
+            set.invert();
+            set.remove('\0');
+        }
+    }
+    return plan_.setCount++;
+}
+
+// Leads every step past the nodes that match nothing, and past a branch
+// without a choice. A way back leads to a choice or a group, never to another jump.
+void PlanMaker::resolveJumps()
+{
+    // A branch is without a choice if no branch leads to it either.
+    for (std::size_t number = 0; number < plan_.stepCount; ++number) {
+        RegexpStep& step = steps_[number];
+        if (step.kind == RegexpStep::choice && step.other != RegexpStep::none)
+            steps_[step.other].exclusive = true;
+    }
+    auto const target = [this](std::uint16_t number) {
+        return number != RegexpStep::none && steps_[number].kind == RegexpStep::jump ? steps_[number].next
+                                                                                     : number;
+    };
+    for (std::size_t number = plan_.stepCount; number-- > 0;) {
+        RegexpStep& step = steps_[number];
+        if (step.kind == RegexpStep::choice && step.other == RegexpStep::none && !step.exclusive)
+            step.kind = RegexpStep::jump;
+        step.next = target(step.next);
+    }
+    plan_.firstStep = target(0);
+}
+
+bool PlanMaker::firstBytesOf(RegexpStep const& step, ByteSet& result) const
+{
+    ByteSet const before = result;
+    switch (step.kind) {
+    case RegexpStep::end: result.fill(); break;
+    case RegexpStep::endOfText: result.add('\0'); break;
+    case RegexpStep::character:
+    case RegexpStep::text: result.add(step.byte); break;
+    case RegexpStep::anyByte:
+        result.fill();
+        result.remove('\0');
+        break;
+    case RegexpStep::byteOf: result.add(sets_[step.set]); break;
+    case RegexpStep::run: {
+        ByteSet members = sets_[step.set];
+        members.invert();
+        result.add(members);
+        if (step.length == 0)
+            result.add(firsts_[step.next]);
+        break;
+    }
+    case RegexpStep::choice:
+        result.add(firsts_[step.next]);
+        if (step.other != RegexpStep::none)
+            result.add(firsts_[step.other]);
+        break;
+    default:
+        if (step.next != RegexpStep::none)
+            result.add(firsts_[step.next]);
+    }
+    return !(result == before);
+}
+
+// For each step the bytes on which it, and all behind it, may succeed; the NUL
+// stands for the end of the text. Sets only grow, so this ends: each loop
+// level needs one more round.
+void PlanMaker::findFirstBytes()
+{
+    std::memset(static_cast<void*>(firsts_), 0, plan_.stepCount * sizeof *firsts_);
+    for (bool changed = true; changed;) {
+        changed = false;
+        for (std::size_t number = plan_.stepCount; number-- > 0;)
+            changed |= firstBytesOf(steps_[number], firsts_[number]);
+        changed = changed && hasLoops_;
+    }
+    for (std::size_t number = 0; number < plan_.stepCount; ++number) {
+        RegexpStep& step = steps_[number];
+        if (step.kind != RegexpStep::run)
+            continue;
+        ByteSet members = sets_[step.set];
+        members.invert();
+        step.exclusive = !members.meets(firsts_[step.next]);
+    }
+}
+
+void PlanMaker::chooseSearch()
+{
+    plan_.start = firsts_[plan_.firstStep];
+    plan_.start.add('\0');
+
+    std::uint16_t leading = plan_.firstStep;
+    while (steps_[leading].kind == RegexpStep::save)
+        leading = steps_[leading].next;
+    if (expression_.reganch || steps_[leading].kind == RegexpStep::startOfText)
+        plan_.search = RegexpSearch::atStartOnly;
+    else if (firsts_[plan_.firstStep].has('\0') && plan_.start.size() == 256)
+        plan_.search = RegexpSearch::everywhere;
+    else if (!chooseRequired() && !choosePrefix())
+        plan_.search = plan_.start.size() > 250 ? RegexpSearch::everywhere : RegexpSearch::firstBytes;
+}
+
+void PlanMaker::addConsumed(RegexpStep const& step, ByteSet& bytes) const
+{
+    ByteSet members;
+    switch (step.kind) {
+    case RegexpStep::character:
+    case RegexpStep::text:
+        for (std::size_t i = 0; i < step.length; ++i)
+            members.add(program_[step.operand + i]);
+        break;
+    case RegexpStep::anyByte:
+        members.fill();
+        members.remove('\0');
+        break;
+    case RegexpStep::byteOf: members = sets_[step.set]; break;
+    case RegexpStep::run:
+        members = sets_[step.set];
+        members.invert();
+        break;
+    default: break;
+    }
+    bytes.add(members);
+}
+
+// Adds the bytes that the nodes in this part of the program may take.
+void PlanMaker::addConsumed(std::size_t from, std::size_t to, ByteSet& bytes) const
+{
+    for (std::size_t number = numberAt_[from]; number < numberAt_[to]; ++number)
+        addConsumed(steps_[number], bytes);
+}
+
+// Follows the nodes that every match must pass, and picks the literal, or else
+// the small set, that is best looked for.
+bool PlanMaker::chooseRequired()
+{
+    ByteSet before;
+    std::size_t least = 0;
+    bool limited = true;
+    unsigned bestScore = 0;
+
+    auto const consider = [&](RegexpStep const& step, RegexpSearch search, unsigned score) {
+        if (score <= bestScore)
+            return;
+        bestScore = score;
+        plan_.search = search;
+        plan_.before = before;
+        plan_.leastBefore = static_cast<std::uint32_t>(least);
+        plan_.prefixHasLimit = limited;
+        if (search == RegexpSearch::literal) {
+            plan_.needle = makeNeedle(program_ + step.operand, step.length);
+        } else {
+            plan_.required = step.kind == RegexpStep::run ? sets_[step.set] : sets_[step.set];
+            if (step.kind == RegexpStep::run)
+                plan_.required.invert();
+            plan_.required.add('\0');
+        }
+    };
+    // A set or a single letter is worth a search of its own only where a match
+    // can be long before it: a try is then expensive.
+    auto const considerSet = [&](RegexpStep const& step) {
+        ByteSet members = sets_[step.set];
+        if (step.kind == RegexpStep::run)
+            members.invert();
+        if (!limited && members.size() <= 4)
+            consider(step, RegexpSearch::oneOf, 1);
+    };
+
+    for (std::size_t offset = 1; opcodeOf(program_ + offset) != opEnd;) {
+        char const* const node = program_ + offset;
+        RegexpStep const& step = stepAt(offset);
+        std::size_t next = nextOffset(offset);
+        switch (opcodeOf(node)) {
+        case opExactly:
+            if (step.length > 1)
+                consider(step, RegexpSearch::literal, 1u + step.length);
+            else if (!limited)
+                consider(step, RegexpSearch::literal, 2);
+            addConsumed(step, before);
+            least += step.length;
+            break;
+        case opAny:
+        case opAnyOf:
+        case opAnyBut:
+            if (step.kind == RegexpStep::byteOf)
+                considerSet(step);
+            addConsumed(step, before);
+            ++least;
+            break;
+        case opPlus:
+            considerSet(step);
+            ++least;
+            [[fallthrough]];
+        case opStar:
+            addConsumed(step, before);
+            limited = false;
+            break;
+        case opBranch: {
+            if (opcodeOf(program_ + next) != opBranch) {
+                next = offset + nodeSize;
+                break;
+            }
+            // What lies within the alternatives need not be passed.
+            while (opcodeOf(program_ + next) == opBranch)
+                next = nextOffset(next);
+            addConsumed(offset, next, before);
+            limited = false;
+            break;
+        }
+        default: break;
+        }
+        offset = next;
+    }
+    return bestScore > 0;
+}
+
+// The bytes with which a match of the steps from here on begins, as far as they are fixed in number.
+PlanMaker::Prefix PlanMaker::prefixFrom(std::uint16_t index) const
+{
+    Prefix result;
+    while (result.depth < positions) {
+        RegexpStep const& step = steps_[index];
+        switch (step.kind) {
+        case RegexpStep::save: index = step.next; continue;
+        case RegexpStep::character:
+        case RegexpStep::text:
+            for (std::size_t i = 0; i < step.length && result.depth < positions; ++i)
+                result.at[result.depth++].add(program_[step.operand + i]);
+            index = step.next;
+            continue;
+        case RegexpStep::anyByte:
+        case RegexpStep::byteOf:
+            addConsumed(step, result.at[result.depth++]);
+            index = step.next;
+            continue;
+        default: break;
+        }
+        // One more position is known, whatever the step is.
+        if (!(firsts_[index].has('\0')))
+            result.at[result.depth++] = firsts_[index];
+        break;
+    }
+    return result;
+}
+
+bool PlanMaker::choosePrefix()
+{
+    std::uint16_t index = plan_.firstStep;
+    while (steps_[index].kind == RegexpStep::save)
+        index = steps_[index].next;
+
+    int longest = 0;
+    auto const add = [&](std::uint16_t from, int bucket) {
+        Prefix const prefix = prefixFrom(from);
+        longest = std::max(longest, prefix.depth);
+        for (int position = 0; position < positions; ++position) {
+            if (position < prefix.depth)
+                plan_.prefix.allow(position, bucket, prefix.at[position]);
+            else
+                plan_.prefix.allowAll(position, bucket);
+        }
+    };
+    if (steps_[index].kind != RegexpStep::choice) {
+        add(index, 0);
+    } else {
+        int alternative = 0;
+        for (; index != RegexpStep::none; index = steps_[index].other)
+            add(steps_[index].next, alternative++ % PrefixFilter::bucketLimit);
+    }
+    if (longest < 2)
+        return false;
+    plan_.search = RegexpSearch::prefix;
+    return true;
+}
+
+}  // namespace
+
+std::size_t regexpBlockSize(std::size_t programSize, std::size_t nodes, std::size_t sets)
+{
+    // The last part is PlanMaker::numberAt_.
+    return planOffset(programSize) + sizeof(RegexpPlan) + (nodes + sets) * sizeof(ByteSet) +
+        nodes * sizeof(RegexpStep) + (programSize + 1) / 2 * 2 + programSize * sizeof(std::uint16_t);
+}
+
+void makePlan(regexp& expression, std::size_t programSize, std::size_t nodes, std::size_t sets)
+{
+    PlanMaker(expression, programSize, nodes, sets).run();
+}
+
+std::size_t sealedSize(regexp const& expression)
+{
+    std::uint16_t size;
+    std::memcpy(&size, expression.seal, sizeof size);
+    unsigned char seal[sealSize];
+    computeSeal(expression, size, seal);
+    return std::memcmp(seal, expression.seal, sealSize) == 0 ? size : 0;
+}
+
+RegexpPlan const* planOf(regexp const& expression)
+{
+    std::size_t const size = sealedSize(expression);
+    if (size == 0)
+        return nullptr;
+    RegexpPlan const* const plan =
+        reinterpret_cast<RegexpPlan const*>(reinterpret_cast<char const*>(&expression) + planOffset(size));
+    bool const same = plan->regmust == expression.regmust && plan->regmlen == expression.regmlen &&
+        plan->regstart == expression.regstart && plan->reganch == expression.reganch &&
+        std::memcmp(plan->programCopy(), expression.program, size) == 0;
+    return same ? plan : nullptr;
+}
+
+}  // namespace zk

@@ -1,0 +1,130 @@
+// regexpRunner.h: matches with the plan of an expression.
+#pragma once
+
+#include "text/regexpPlan.h"
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace zk {
+
+/// Remembers from which places the rest of an expression has failed already.
+///
+/// Whether the steps from one step on match from one position on depends on
+/// nothing else. So what has failed once fails again, and a search that
+/// remembers it takes each pair of step and position once, instead of
+/// exponentially often.
+class FailureMemo {
+public:
+    explicit FailureMemo(std::size_t choices) : choices_(choices) { }
+
+    /// Whether the pair was noted before; notes it.
+    bool testAndSet(std::size_t choice, std::size_t position)
+    {
+        std::uint64_t& word = wordOf(choice, position);
+        std::uint64_t const bit = std::uint64_t(1) << (position % 64);
+        bool const noted = word & bit;
+        word |= bit;
+        return noted;
+    }
+
+private:
+    static constexpr std::size_t pagePositions = 512;
+    static constexpr std::size_t memoryLimit = std::size_t(256) << 20;
+
+    std::uint64_t& wordOf(std::size_t choice, std::size_t position)
+    {
+        std::size_t const page = position / pagePositions;
+        if (page >= pages_.size() || !pages_[page])
+            addPage(page);
+        return pages_[page][choice * (pagePositions / 64) + position % pagePositions / 64];
+    }
+    void addPage(std::size_t page);
+
+    std::size_t choices_;
+    std::size_t used_ = 0;
+    std::vector<std::unique_ptr<std::uint64_t[]>> pages_;
+};
+
+/// A stack of words that starts on the thread's stack and grows on the heap.
+class ChoiceStack {
+public:
+    void push(std::uint64_t word)
+    {
+        if (top_ == limit_)
+            grow();
+        *top_++ = word;
+    }
+    std::uint64_t pop() { return *--top_; }
+    bool empty() const { return top_ == bottom_; }
+    void clear() { top_ = bottom_; }
+
+private:
+    void grow();
+
+    static constexpr std::size_t firstSize = 128;
+    std::uint64_t first_[firstSize];
+    std::uint64_t* bottom_ = first_;
+    std::uint64_t* top_ = first_;
+    std::uint64_t* limit_ = first_ + firstSize;
+    std::unique_ptr<std::uint64_t[]> heap_;
+};
+
+/// One search of one text.
+class RegexpRunner {
+public:
+    RegexpRunner(regexp& expression, RegexpPlan const& plan, char const* text, std::uint64_t stepLimit);
+
+    /// Looks for the leftmost match; on success the record's groups are filled.
+    RegexpOutcome search();
+
+private:
+    // What a word on the stack stands for.
+    enum class Entry : std::uint64_t {
+        alternative,  // go on with the alternative of a choice
+        run,          // give a character of a run back; the run's least end stands below
+        restore,      // a slot held this position
+    };
+
+    bool searchAround();
+    bool tryAt(char const* start);
+    char const* runEnd(RegexpStep const& step, char const* input);
+    bool enterRun(RegexpStep const& step, char const* input, char const*& end);
+    bool backUp(RegexpStep const*& step, char const*& input);
+    bool spend(std::uint64_t work);
+    bool refill();
+    void store();
+
+    std::uint64_t pack(Entry entry, std::size_t number, char const* position) const
+    {
+        std::uint64_t const offset = position ? static_cast<std::uint64_t>(position - text_) : noOffset;
+        return static_cast<std::uint64_t>(entry) | static_cast<std::uint64_t>(number) << 2 |
+            offset << offsetShift;
+    }
+    char const* positionIn(std::uint64_t word) const
+    {
+        std::uint64_t const offset = word >> offsetShift;
+        return offset == noOffset ? nullptr : text_ + offset;
+    }
+    static std::size_t numberIn(std::uint64_t word) { return word >> 2 & 0xFFFF; }
+
+    static constexpr unsigned offsetShift = 18;
+    static constexpr std::uint64_t noOffset = ~std::uint64_t(0) >> offsetShift;
+    static constexpr std::uint64_t workBeforeMemo = 2000;
+
+    regexp& expression_;
+    RegexpPlan const& plan_;
+    RegexpStep const* const steps_;
+    ByteSet const* const firsts_;
+    ByteSet const* const sets_;
+    char const* const text_;
+    std::uint64_t credit_;
+    std::uint64_t stepsLeft_;
+    bool abandoned_ = false;
+    std::unique_ptr<FailureMemo> memo_;
+    ChoiceStack stack_;
+    char const* slots_[2 * NSUBEXP];
+};
+
+}  // namespace zk
