@@ -65,6 +65,10 @@ template <>
 struct FailureOf<&SystemCalls::clock_nanosleep> : ResultIsErrorNumber {
 };
 
+template <>
+struct FailureOf<&SystemCalls::getpwuid_r> : ResultIsErrorNumber {
+};
+
 /// Stands in a table entry for the life of the object. `Kind` derives from
 /// this class and has a template <class Result> Result intercept(call, arguments...),
 /// where `call` is what stood in the entry before.

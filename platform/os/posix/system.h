@@ -12,3 +12,6 @@
 #include "platform/os/posix/characters.h"
 #include "platform/os/posix/codePages.h"
 #include "platform/os/posix/textOperations.h"
+
+#include "platform/os/posix/environment.h"
+#include "platform/os/posix/module.h"

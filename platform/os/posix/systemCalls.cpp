@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace zk::os {
 
@@ -47,6 +48,12 @@ constinit SystemCalls systemCallTable = {
     // Time.
     .clock_gettime = ::clock_gettime,
     .clock_nanosleep = ::clock_nanosleep,
+
+    // Environment and names.
+    .setenv = ::setenv,
+    .unsetenv = ::unsetenv,
+    .gethostname = ::gethostname,
+    .getpwuid_r = ::getpwuid_r,
 };
 
 }  // namespace zk::os

@@ -13,6 +13,7 @@
 #pragma once
 
 #include <dirent.h>
+#include <pwd.h>
 #include <sys/stat.h>
 #include <sys/types.h>
 #include <time.h>
@@ -61,6 +62,12 @@ struct SystemCalls {
     // Time.
     int (*clock_gettime)(clockid_t clock, timespec* now);
     int (*clock_nanosleep)(clockid_t clock, int flags, timespec const* time, timespec* left);
+
+    // Environment and names.
+    int (*setenv)(char const* name, char const* value, int overwrite);
+    int (*unsetenv)(char const* name);
+    int (*gethostname)(char* name, std::size_t length);
+    int (*getpwuid_r)(uid_t user, passwd* entry, char* buffer, std::size_t length, passwd** found);
 };
 
 extern SystemCalls systemCallTable;
