@@ -15,3 +15,6 @@
 #include "platform/classlib/CStringList.h"
 #include "platform/classlib/CStringMaps.h"
 #include "platform/classlib/textTables.h"
+
+#include "text/SeperatorTables.h"
+#include "text/miniParser.h"
