@@ -182,10 +182,7 @@ void CString::FreeExtra()
         return;
     if (length_ <= localCapacity) {
         std::memcpy(local_, data_, static_cast<std::size_t>(length_));
-        int const length = length_;
-        release();
-        reset();
-        setLength(length);
+        adopt(local_, length_, localCapacity);
     } else {
         char* const block = allocate(static_cast<std::size_t>(length_));
         std::memcpy(block, data_, static_cast<std::size_t>(length_));

@@ -207,7 +207,9 @@ public:
     /// Replaces every occurrence of `from`, left to right, not looking again at
     /// what was put in, and gives their number. An empty or null `from` is never
     /// found; an empty or null `to` deletes. Linear in the text's length.
-    int Replace(char const* from, char const* to);
+    int Replace(char const* from, char const* to) { return replaceAll(viewOf(from), viewOf(to)); }
+    int Replace(char const* from, CString const& to) { return replaceAll(viewOf(from), to.view()); }
+    int Replace(CString const& from, char const* to) { return replaceAll(from.view(), viewOf(to)); }
     int Replace(CString const& from, CString const& to) { return replaceAll(from.view(), to.view()); }
     /// Deletes every `character` and gives their number.
     int Remove(char character) noexcept;
@@ -468,10 +470,6 @@ CString operator+(CString const& left, int right) = delete;
 CString operator+(int left, CString const& right) = delete;
 // A sum of sums grows in place.
 inline CString operator+(CString&& left, CString const& right)
-{
-    return static_cast<CString&&>(left += right);
-}
-inline CString operator+(CString&& left, CString&& right)
 {
     return static_cast<CString&&>(left += right);
 }

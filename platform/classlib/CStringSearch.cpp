@@ -73,11 +73,6 @@ int CString::Replace(char from, char to) noexcept
     return count;
 }
 
-int CString::Replace(char const* from, char const* to)
-{
-    return replaceAll(viewOf(from), viewOf(to));
-}
-
 int CString::replaceAll(std::string_view from, std::string_view to)
 {
     if (from.empty())

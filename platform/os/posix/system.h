@@ -15,3 +15,4 @@
 
 #include "platform/os/posix/environment.h"
 #include "platform/os/posix/module.h"
+#include "platform/os/posix/calendar.h"

@@ -12,6 +12,7 @@
 #endif
 #include <windows.h>
 
+#include <ctime>
 #include <mbctype.h>
 #include <mbstring.h>
 #include <stdlib.h>
