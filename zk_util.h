@@ -5,9 +5,6 @@
 
 #include "platform/os/os.h"
 
-#include "platform/classlib/AfxMessageBox.h"
-#include "platform/classlib/CException.h"
-#include "platform/classlib/CFileException.h"
 #include "platform/classlib/CObject.h"
 #include "platform/classlib/CString.h"
 #include "platform/classlib/CArray.h"
@@ -25,3 +22,6 @@
 
 #include "text/SeperatorTables.h"
 #include "text/miniParser.h"
+#include "text/Range.h"
+#include "text/regexpEngine.h"
+#include "text/Regexp.h"

@@ -1,5 +1,7 @@
 #include "text/Regexp.h"
 
+#include "platform/classlib/CString.h"
+
 #include <cctype>
 #include <cstdlib>
 #include <cstring>
@@ -14,9 +16,11 @@ namespace {
 constexpr unsigned badPatternText = 49972;
 constexpr unsigned badPatternAdviceText = 49973;
 
-std::string numberedText(unsigned)
+CString numberedText(unsigned number)
 {
-    return {};
+    CString text;
+    text.LoadString(number);
+    return text;
 }
 
 std::string lowerCased(char const* text)
@@ -35,8 +39,9 @@ Regexp::Regexp(char const* pat, int iflg)
 {
     if (program_)
         return;
-    std::cerr << numberedText(badPatternText) << (pat ? pat : "") << "." << std::endl;
-    std::cerr << numberedText(badPatternAdviceText) << std::endl;
+    std::cerr << static_cast<char const*>(numberedText(badPatternText)) << (pat ? pat : "") << "."
+              << std::endl;
+    std::cerr << static_cast<char const*>(numberedText(badPatternAdviceText)) << std::endl;
 }
 
 Regexp::~Regexp()

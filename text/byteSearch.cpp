@@ -1,6 +1,8 @@
 #include "text/byteSearch.h"
 
+#include <algorithm>
 #include <bit>
+#include <string_view>
 
 #if defined(__SSE2__)
 #    include <immintrin.h>
@@ -14,7 +16,7 @@ namespace zk {
 
 namespace {
 
-char const* findInSetBytewise(char const* text, ByteSet const& set)
+char const* findInSetBytewise(char const* text, ByteTable const& set)
 {
     while (!set.has(*text))
         ++text;
@@ -85,7 +87,7 @@ ZK_BLOCK_READER inline __m128i outside(__m128i bytes, __m128i lowRows, __m128i h
     return _mm_cmpeq_epi8(_mm_and_si128(rows, _mm_shuffle_epi8(bits, column)), _mm_setzero_si128());
 }
 
-ZK_BLOCK_READER char const* findInSetBlockwise(char const* text, ByteSet const& set)
+ZK_BLOCK_READER char const* findInSetBlockwise(char const* text, ByteTable const& set)
 {
     __m128i const lowRows = loadTable(set.rows);
     __m128i const highRows = loadTable(set.rows + 16);
@@ -107,8 +109,8 @@ ZK_BLOCK_READER char const* findTextBlockwise(char const* text, TextNeedle const
 {
     char const* const window = needle.text + needle.window;
     __m128i const first = _mm_set1_epi8(window[0]);
-    __m128i const second = _mm_set1_epi8(window[count > 1 ? 1 : 0]);
-    __m128i const third = _mm_set1_epi8(window[count > 2 ? 2 : 0]);
+    __m128i const second = _mm_set1_epi8(window[1]);
+    __m128i const third = _mm_set1_epi8(window[count - 1]);
     __m128i const zero = _mm_setzero_si128();
     __m128i const ones = _mm_set1_epi8(-1);
     std::ptrdiff_t const back = static_cast<std::ptrdiff_t>(needle.window) + count - 1;
@@ -119,9 +121,7 @@ ZK_BLOCK_READER char const* findTextBlockwise(char const* text, TextNeedle const
     for (;; block += blockSize, valid = ~0u) {
         __m128i const bytes = loadBlock(block);
         __m128i hits;
-        if constexpr (count == 1) {
-            hits = _mm_cmpeq_epi8(bytes, first);
-        } else if constexpr (count == 2) {
+        if constexpr (count == 2) {
             hits = _mm_and_si128(_mm_cmpeq_epi8(bytes, second),
                                  _mm_cmpeq_epi8(_mm_alignr_epi8(bytes, previous, 15), first));
         } else {
@@ -196,12 +196,21 @@ ZK_BLOCK_READER char const* findPrefixBlockwise(char const* text, PrefixFilter c
 unsigned ByteSet::size() const
 {
     unsigned result = 0;
-    for (std::uint8_t const row : rows)
-        result += static_cast<unsigned>(std::popcount(row));
+    for (std::uint64_t const word : words)
+        result += static_cast<unsigned>(std::popcount(word));
     return result;
 }
 
-char const* findInSet(char const* text, ByteSet const& set)
+void ByteTable::assign(ByteSet const& bytes)
+{
+    *this = ByteTable();
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        if (bytes.has(static_cast<char>(byte)))
+            add(static_cast<char>(byte));
+    }
+}
+
+char const* findInSet(char const* text, ByteTable const& set)
 {
 #if ZK_VECTOR_SEARCH
     if (haveVectors())
@@ -213,12 +222,12 @@ char const* findInSet(char const* text, ByteSet const& set)
 TextNeedle makeNeedle(char const* text, std::size_t length)
 {
     TextNeedle result{text, length, 0};
-    unsigned rarest = ~0u;
+    std::uint64_t rarest = UINT64_MAX;
     for (std::size_t start = 0; start + 3 <= length; ++start) {
-        unsigned const rank =
-            frequencyRank(text[start]) + frequencyRank(text[start + 1]) + frequencyRank(text[start + 2]);
-        if (rank < rarest) {
-            rarest = rank;
+        std::uint64_t const frequency = std::uint64_t(frequencyOf(text[start])) *
+            frequencyOf(text[start + 1]) * frequencyOf(text[start + 2]);
+        if (frequency < rarest) {
+            rarest = frequency;
             result.window = start;
         }
     }
@@ -230,7 +239,7 @@ char const* findText(char const* text, TextNeedle const& needle)
 #if ZK_VECTOR_SEARCH
     if (haveVectors()) {
         switch (needle.length) {
-        case 1: return findTextBlockwise<1>(text, needle);
+        case 1: return std::strchr(text, *needle.text);
         case 2: return findTextBlockwise<2>(text, needle);
         default: return findTextBlockwise<3>(text, needle);
         }
@@ -242,15 +251,15 @@ char const* findText(char const* text, TextNeedle const& needle)
 void PrefixFilter::allow(int position, int bucket, ByteSet const& bytes)
 {
     std::uint8_t const bit = static_cast<std::uint8_t>(1u << bucket);
-    for (unsigned row = 0; row < 32; ++row) {
-        if (bytes.rows[row] == 0)
-            continue;
-        low[position][row & 15] |= bit;
-        for (unsigned column = 0; column < 8; ++column) {
-            if (bytes.rows[row] >> column & 1u)
-                high[position][(row >> 4) * 8 + column] |= bit;
-        }
+    unsigned lowNibbles = 0;
+    for (unsigned upper = 0; upper < 16; ++upper) {
+        unsigned const row = static_cast<unsigned>(bytes.words[upper / 4] >> (upper % 4 * 16)) & 0xFFFFu;
+        lowNibbles |= row;
+        if (row)
+            high[position][upper] |= bit;
     }
+    for (; lowNibbles; lowNibbles &= lowNibbles - 1)
+        low[position][std::countr_zero(lowNibbles)] |= bit;
 }
 
 void PrefixFilter::allowAll(int position, int bucket)
@@ -279,20 +288,52 @@ char const* findPrefix(char const* text, PrefixFilter const& filter)
     return text;
 }
 
-unsigned frequencyRank(char c)
+unsigned frequencyOf(char c)
 {
-    // The commonest first; what is not listed is rarer than all of these.
-    static constexpr char common[] = " etaonisrhldcumfpgwybv,.kT\nSAIxBCMHWqjPDLFRENGOzJ'\"-_/:;0123456789";
-    static constexpr auto ranks = [] {
+    static constexpr auto table = [] {
         struct Table {
-            std::uint8_t of[256] = {};
-        } table;
-        for (unsigned i = 0; i + 1 < sizeof common; ++i)
-            table.of[static_cast<unsigned char>(common[i])] =
-                static_cast<std::uint8_t>(i < 28 ? 255 - 6 * i : 87 - i);
-        return table;
+            std::uint16_t of[256] = {};
+        } result;
+        auto const set = [&](std::string_view bytes, std::uint16_t frequency) {
+            for (char const byte : bytes)
+                result.of[static_cast<unsigned char>(byte)] = frequency;
+        };
+        for (std::uint16_t& frequency : result.of)
+            frequency = 20;
+        set("0123456789", 150);
+        set("ABCDEFGHIJKLMNOPQRSTUVWXYZ", 60);
+        set("IHSTWM", 150);
+        set("\n,.", 650);
+        set("\"'-_:;()/=", 120);
+        set("jqxz", 80);
+        set("kv", 450);
+        set("pybgfw", 1000);
+        set("mcu", 1400);
+        set("ld", 2300);
+        set("hrsin", 3400);
+        set("ao", 4200);
+        set("t", 4800);
+        set("e", 6500);
+        set(" ", 11500);
+        return result;
     }();
-    return ranks.of[static_cast<unsigned char>(c)];
+    return table.of[static_cast<unsigned char>(c)];
+}
+
+unsigned frequencyOf(ByteSet const& set)
+{
+    if (set.size() > 128) {
+        ByteSet others = set;
+        others.invert();
+        return std::max(65536 - frequencyOf(others), 1u);
+    }
+    unsigned result = 1;
+    for (unsigned index = 0; index < 4; ++index) {
+        for (std::uint64_t word = set.words[index]; word; word &= word - 1)
+            result +=
+                frequencyOf(static_cast<char>(index * 64 + static_cast<unsigned>(std::countr_zero(word))));
+    }
+    return result;
 }
 
 }  // namespace zk

@@ -15,65 +15,85 @@
 namespace zk {
 
 /// A set of byte values.
-///
-/// Byte c is bit (c >> 4) % 8 of row c % 16; bytes from 128 on have 16 rows of
-/// their own. In this order the rows are the tables with which 16 bytes are
-/// looked up at once.
 struct ByteSet {
-    std::uint8_t rows[32] = {};
-
-    static unsigned rowOf(unsigned char c) { return (c & 15u) | (c >> 7) << 4; }
-    static unsigned bitOf(unsigned char c) { return (c >> 4) & 7u; }
+    std::uint64_t words[4] = {};
 
     bool has(char c) const
     {
         unsigned char const byte = static_cast<unsigned char>(c);
-        return rows[rowOf(byte)] >> bitOf(byte) & 1u;
+        return words[byte >> 6] >> (byte & 63) & 1;
     }
     void add(char c)
     {
         unsigned char const byte = static_cast<unsigned char>(c);
-        rows[rowOf(byte)] = static_cast<std::uint8_t>(rows[rowOf(byte)] | 1u << bitOf(byte));
+        words[byte >> 6] |= std::uint64_t(1) << (byte & 63);
     }
     void remove(char c)
     {
         unsigned char const byte = static_cast<unsigned char>(c);
-        rows[rowOf(byte)] = static_cast<std::uint8_t>(rows[rowOf(byte)] & ~(1u << bitOf(byte)));
+        words[byte >> 6] &= ~(std::uint64_t(1) << (byte & 63));
     }
     void add(ByteSet const& other)
     {
-        combine(other, [](std::uint64_t a, std::uint64_t b) { return a | b; });
+        for (int i = 0; i < 4; ++i)
+            words[i] |= other.words[i];
     }
     void invert()
     {
-        combine(*this, [](std::uint64_t a, std::uint64_t) { return ~a; });
+        for (std::uint64_t& word : words)
+            word = ~word;
     }
-    void fill() { std::memset(rows, 0xFF, sizeof rows); }
+    void fill() { *this = full(); }
     bool meets(ByteSet const& other) const
     {
-        ByteSet common = *this;
-        common.combine(other, [](std::uint64_t a, std::uint64_t b) { return a & b; });
-        return !(common == ByteSet());
+        std::uint64_t common = 0;
+        for (int i = 0; i < 4; ++i)
+            common |= words[i] & other.words[i];
+        return common != 0;
     }
-    bool operator==(ByteSet const& other) const { return std::memcmp(rows, other.rows, sizeof rows) == 0; }
+    bool operator==(ByteSet const& other) const
+    {
+        std::uint64_t different = 0;
+        for (int i = 0; i < 4; ++i)
+            different |= words[i] ^ other.words[i];
+        return different == 0;
+    }
     unsigned size() const;
 
-private:
-    template <class Operation>
-    void combine(ByteSet const& other, Operation operation)
+    static ByteSet full()
     {
-        std::uint64_t mine[4];
-        std::uint64_t theirs[4];
-        std::memcpy(mine, rows, sizeof rows);
-        std::memcpy(theirs, other.rows, sizeof rows);
-        for (int i = 0; i < 4; ++i)
-            mine[i] = operation(mine[i], theirs[i]);
-        std::memcpy(rows, mine, sizeof rows);
+        ByteSet result;
+        result.invert();
+        return result;
     }
 };
 
+/// A set of bytes to look for: the set, and the tables with which 16 bytes are looked up at once.
+///
+/// Byte c is bit (c >> 4) % 8 of row c % 16; bytes from 128 on have 16 rows of their own.
+struct ByteTable {
+    ByteSet set;
+    std::uint8_t rows[32] = {};
+
+    bool has(char c) const { return set.has(c); }
+    void add(char c)
+    {
+        unsigned char const byte = static_cast<unsigned char>(c);
+        std::uint8_t& row = rows[(byte & 15u) | (byte >> 7) << 4];
+        row = static_cast<std::uint8_t>(row | 1u << ((byte >> 4) & 7u));
+        set.add(c);
+    }
+    void invert()
+    {
+        set.invert();
+        for (std::uint8_t& row : rows)
+            row = static_cast<std::uint8_t>(~row);
+    }
+    void assign(ByteSet const& bytes);
+};
+
 /// The first byte at or after `text` that is in `set`, which must hold the NUL.
-char const* findInSet(char const* text, ByteSet const& set);
+char const* findInSet(char const* text, ByteTable const& set);
 
 /// A short text to look for, prepared.
 struct TextNeedle {
@@ -109,7 +129,10 @@ struct PrefixFilter {
 /// position that comes out.
 char const* findPrefix(char const* text, PrefixFilter const& filter);
 
-/// How often the byte occurs in running text, as a rank: 0 is rare, 255 is a blank.
-unsigned frequencyRank(char c);
+/// How often the byte occurs in running text, in 65536 bytes, roughly. Never 0.
+unsigned frequencyOf(char c);
+
+/// How often one of them does.
+unsigned frequencyOf(ByteSet const& set);
 
 }  // namespace zk

@@ -17,10 +17,15 @@ void clearGroups(regexp& expression)
 
 // Whether a search without success has tried a position at all. If not, it has
 // left the groups of the match before it alone.
-bool hasTried(regexp const& expression, char const* text)
+bool hasTried(regexp const& expression, zk::RegexpPlan const& plan, zk::RegexpRunner const& runner,
+              char const* text)
 {
-    if (expression.regmust && !std::strstr(text, expression.regmust))
-        return false;
+    if (expression.regmust) {
+        bool const looked =
+            plan.search == zk::RegexpSearch::literal && plan.needle.text == expression.regmust;
+        if (looked ? runner.literalIsMissing() : !std::strstr(text, expression.regmust))
+            return false;
+    }
     return expression.reganch || !expression.regstart || std::strchr(text, expression.regstart);
 }
 
@@ -29,7 +34,7 @@ RegexpOutcome matchWith(zk::RegexpPlan const& plan, regexp& expression, char con
 {
     zk::RegexpRunner runner(expression, plan, text, stepLimit);
     RegexpOutcome const outcome = runner.search();
-    if (outcome == RegexpOutcome::noMatch && hasTried(expression, text))
+    if (outcome == RegexpOutcome::noMatch && hasTried(expression, plan, runner, text))
         clearGroups(expression);
     return outcome;
 }

@@ -53,12 +53,16 @@ private:
     void makeSteps();
     void makeStep(std::size_t offset, RegexpStep& step);
     std::uint16_t addSet(char const* node);
+    std::uint16_t addStopSet(char const* node);
+    ByteSet membersOf(RegexpStep const& step) const;
     void resolveJumps();
     void findFirstBytes();
     bool firstBytesOf(RegexpStep const& step, ByteSet& result) const;
     void chooseSearch();
-    bool chooseRequired();
-    bool choosePrefix();
+    void chooseRequired(double& best);
+    void choosePrefix(double& best, std::uint16_t leading);
+    struct Weighed;
+
     Prefix prefixFrom(std::uint16_t index) const;
     void addConsumed(std::size_t from, std::size_t to, ByteSet& bytes) const;
     void addConsumed(RegexpStep const& step, ByteSet& bytes) const;
@@ -75,7 +79,7 @@ private:
     std::size_t programSize_;
     RegexpPlan& plan_;
     ByteSet* firsts_;
-    ByteSet* sets_;
+    ByteTable* sets_;
     RegexpStep* steps_;
     std::uint16_t* numberAt_;  // of the node at an offset in the program
     bool hasLoops_ = false;
@@ -90,7 +94,7 @@ PlanMaker::PlanMaker(regexp& expression, std::size_t programSize, std::size_t no
     plan_.stepCount = static_cast<std::uint16_t>(nodes);
     plan_.setCount = static_cast<std::uint16_t>(sets);
     firsts_ = const_cast<ByteSet*>(plan_.firsts());
-    sets_ = const_cast<ByteSet*>(plan_.sets());
+    sets_ = const_cast<ByteTable*>(plan_.sets());
     steps_ = const_cast<RegexpStep*>(plan_.steps());
     char* const copy = const_cast<char*>(plan_.programCopy());
     std::memcpy(copy, program_, programSize);
@@ -174,8 +178,7 @@ void PlanMaker::makeStep(std::size_t offset, RegexpStep& step)
     case opPlus: {
         step.kind = RegexpStep::run;
         step.length = op == opPlus ? 1 : 0;
-        step.set = addSet(node + nodeSize);
-        sets_[step.set].invert();
+        step.set = addStopSet(node + nodeSize);
         step.memo = plan_.choiceCount++;
         break;
     }
@@ -202,26 +205,57 @@ void PlanMaker::makeStep(std::size_t offset, RegexpStep& step)
     }
 }
 
-// The bytes that the node takes, as a set of its own.
+// The bytes that a node with a set takes.
 std::uint16_t PlanMaker::addSet(char const* node)
 {
-    ByteSet& set = sets_[plan_.setCount];
+    ByteSet& set = sets_[plan_.setCount].set;
     set = ByteSet();
-    switch (opcodeOf(node)) {
-    case opAny:
-        set.fill();
+    for (char const* member = operandOf(node); *member; ++member)
+        set.add(*member);
+    if (opcodeOf(node) == opAnyBut) {
+        set.invert();
         set.remove('\0');
-        break;
-    case opExactly: set.add(*operandOf(node)); break;
-    default:
-        for (char const* member = operandOf(node); *member; ++member)
-            set.add(*member);
-        if (opcodeOf(node) == opAnyBut) {
-            set.invert();
-            set.remove('\0');
-        }
     }
     return plan_.setCount++;
+}
+
+// The bytes, the NUL among them, at which a run of the node stops.
+std::uint16_t PlanMaker::addStopSet(char const* node)
+{
+    ByteTable& stop = sets_[plan_.setCount];
+    stop = ByteTable();
+    switch (opcodeOf(node)) {
+    case opAny: stop.add('\0'); break;
+    case opExactly:
+        stop.add(*operandOf(node));
+        stop.invert();
+        break;
+    default:
+        for (char const* member = operandOf(node); *member; ++member)
+            stop.add(*member);
+        if (opcodeOf(node) == opAnyBut)
+            stop.add('\0');
+        else
+            stop.invert();
+    }
+    return plan_.setCount++;
+}
+
+// What a step that takes single characters may take.
+ByteSet PlanMaker::membersOf(RegexpStep const& step) const
+{
+    ByteSet members;
+    if (step.kind == RegexpStep::anyByte) {
+        members.fill();
+        members.remove('\0');
+    } else if (step.kind == RegexpStep::character) {
+        members.add(step.byte);
+    } else {
+        members = sets_[step.set].set;
+        if (step.kind == RegexpStep::run)
+            members.invert();
+    }
+    return members;
 }
 
 // Leads every step past the nodes that match nothing, and past a branch
@@ -256,18 +290,12 @@ bool PlanMaker::firstBytesOf(RegexpStep const& step, ByteSet& result) const
     case RegexpStep::character:
     case RegexpStep::text: result.add(step.byte); break;
     case RegexpStep::anyByte:
-        result.fill();
-        result.remove('\0');
-        break;
-    case RegexpStep::byteOf: result.add(sets_[step.set]); break;
-    case RegexpStep::run: {
-        ByteSet members = sets_[step.set];
-        members.invert();
-        result.add(members);
+    case RegexpStep::byteOf: result.add(membersOf(step)); break;
+    case RegexpStep::run:
+        result.add(membersOf(step));
         if (step.length == 0)
             result.add(firsts_[step.next]);
         break;
-    }
     case RegexpStep::choice:
         result.add(firsts_[step.next]);
         if (step.other != RegexpStep::none)
@@ -294,51 +322,64 @@ void PlanMaker::findFirstBytes()
     }
     for (std::size_t number = 0; number < plan_.stepCount; ++number) {
         RegexpStep& step = steps_[number];
-        if (step.kind != RegexpStep::run)
-            continue;
-        ByteSet members = sets_[step.set];
-        members.invert();
-        step.exclusive = !members.meets(firsts_[step.next]);
+        if (step.kind == RegexpStep::run)
+            step.exclusive = !membersOf(step).meets(firsts_[step.next]);
     }
 }
+
+// Searches are weighed by what they cost for each byte of running text: the
+// pass itself, and a try at each place that it finds.
+struct PlanMaker::Weighed {
+    static constexpr double literalPass = 0.06;  // ns
+    static constexpr double prefixPass = 0.15;
+    static constexpr double setPass = 0.12;
+    static constexpr double oneTry = 30;
+
+    static double cost(double pass, double frequency) { return pass + oneTry * frequency; }
+    static double frequency(ByteSet const& set) { return frequencyOf(set) / 65536.0; }
+};
 
 void PlanMaker::chooseSearch()
 {
     plan_.start = firsts_[plan_.firstStep];
+    bool const canBeEmpty = plan_.start.has('\0');
     plan_.start.add('\0');
 
     std::uint16_t leading = plan_.firstStep;
     while (steps_[leading].kind == RegexpStep::save)
         leading = steps_[leading].next;
-    if (expression_.reganch || steps_[leading].kind == RegexpStep::startOfText)
+    if (expression_.reganch || steps_[leading].kind == RegexpStep::startOfText) {
         plan_.search = RegexpSearch::atStartOnly;
-    else if (firsts_[plan_.firstStep].has('\0') && plan_.start.size() == 256)
-        plan_.search = RegexpSearch::everywhere;
-    else if (!chooseRequired() && !choosePrefix())
-        plan_.search = plan_.start.size() > 250 ? RegexpSearch::everywhere : RegexpSearch::firstBytes;
+        return;
+    }
+    plan_.search = RegexpSearch::everywhere;
+    if (canBeEmpty && plan_.start == ByteSet::full())
+        return;
+    double best = Weighed::cost(0, 1);
+    double const byFirst = Weighed::cost(Weighed::setPass, Weighed::frequency(plan_.start));
+    if (byFirst < best) {
+        best = byFirst;
+        plan_.search = RegexpSearch::firstBytes;
+    }
+    choosePrefix(best, leading);
+    chooseRequired(best);
+    if (plan_.search == RegexpSearch::firstBytes)
+        plan_.startTable.assign(plan_.start);
 }
 
 void PlanMaker::addConsumed(RegexpStep const& step, ByteSet& bytes) const
 {
-    ByteSet members;
     switch (step.kind) {
     case RegexpStep::character:
     case RegexpStep::text:
         for (std::size_t i = 0; i < step.length; ++i)
-            members.add(program_[step.operand + i]);
+            bytes.add(program_[step.operand + i]);
         break;
     case RegexpStep::anyByte:
-        members.fill();
-        members.remove('\0');
-        break;
-    case RegexpStep::byteOf: members = sets_[step.set]; break;
-    case RegexpStep::run:
-        members = sets_[step.set];
-        members.invert();
-        break;
+    case RegexpStep::byteOf:
+    case RegexpStep::run: bytes.add(membersOf(step)); break;
     default: break;
     }
-    bytes.add(members);
 }
 
 // Adds the bytes that the nodes in this part of the program may take.
@@ -348,40 +389,40 @@ void PlanMaker::addConsumed(std::size_t from, std::size_t to, ByteSet& bytes) co
         addConsumed(steps_[number], bytes);
 }
 
-// Follows the nodes that every match must pass, and picks the literal, or else
-// the small set, that is best looked for.
-bool PlanMaker::chooseRequired()
+// Follows the nodes that every match must pass, and picks the literal or the
+// set that is best looked for.
+void PlanMaker::chooseRequired(double& best)
 {
     ByteSet before;
     std::size_t least = 0;
     bool limited = true;
-    unsigned bestScore = 0;
 
-    auto const consider = [&](RegexpStep const& step, RegexpSearch search, unsigned score) {
-        if (score <= bestScore)
-            return;
-        bestScore = score;
+    auto const choose = [&](RegexpSearch search, double cost) {
+        best = cost;
         plan_.search = search;
         plan_.before = before;
         plan_.leastBefore = static_cast<std::uint32_t>(least);
         plan_.prefixHasLimit = limited;
-        if (search == RegexpSearch::literal) {
-            plan_.needle = makeNeedle(program_ + step.operand, step.length);
-        } else {
-            plan_.required = step.kind == RegexpStep::run ? sets_[step.set] : sets_[step.set];
-            if (step.kind == RegexpStep::run)
-                plan_.required.invert();
-            plan_.required.add('\0');
+    };
+    auto const considerLiteral = [&](RegexpStep const& step) {
+        TextNeedle const needle = makeNeedle(program_ + step.operand, step.length);
+        double frequency = 1;
+        for (std::size_t i = 0; i < 3 && i < needle.length; ++i)
+            frequency *= frequencyOf(needle.text[needle.window + i]) / 65536.0;
+        double const cost = Weighed::cost(Weighed::literalPass, frequency);
+        if (cost < best) {
+            choose(RegexpSearch::literal, cost);
+            plan_.needle = needle;
         }
     };
-    // A set or a single letter is worth a search of its own only where a match
-    // can be long before it: a try is then expensive.
     auto const considerSet = [&](RegexpStep const& step) {
-        ByteSet members = sets_[step.set];
-        if (step.kind == RegexpStep::run)
-            members.invert();
-        if (!limited && members.size() <= 4)
-            consider(step, RegexpSearch::oneOf, 1);
+        ByteSet const members = membersOf(step);
+        double const cost = Weighed::cost(Weighed::setPass, Weighed::frequency(members));
+        if (cost < best) {
+            choose(RegexpSearch::oneOf, cost);
+            plan_.required.assign(members);
+            plan_.required.add('\0');
+        }
     };
 
     for (std::size_t offset = 1; opcodeOf(program_ + offset) != opEnd;) {
@@ -390,10 +431,7 @@ bool PlanMaker::chooseRequired()
         std::size_t next = nextOffset(offset);
         switch (opcodeOf(node)) {
         case opExactly:
-            if (step.length > 1)
-                consider(step, RegexpSearch::literal, 1u + step.length);
-            else if (!limited)
-                consider(step, RegexpSearch::literal, 2);
+            considerLiteral(step);
             addConsumed(step, before);
             least += step.length;
             break;
@@ -429,7 +467,6 @@ bool PlanMaker::chooseRequired()
         }
         offset = next;
     }
-    return bestScore > 0;
 }
 
 // The bytes with which a match of the steps from here on begins, as far as they are fixed in number.
@@ -453,42 +490,48 @@ PlanMaker::Prefix PlanMaker::prefixFrom(std::uint16_t index) const
             continue;
         default: break;
         }
-        // One more position is known, whatever the step is.
-        if (!(firsts_[index].has('\0')))
-            result.at[result.depth++] = firsts_[index];
+        // One more position is known, whatever the step is, and behind it another one of a run.
+        if (firsts_[index].has('\0'))
+            break;
+        result.at[result.depth++] = firsts_[index];
+        if (step.kind == RegexpStep::run && step.length == 1 && result.depth < positions &&
+            !firsts_[step.next].has('\0')) {
+            result.at[result.depth] = firsts_[step.next];
+            result.at[result.depth++].add(membersOf(step));
+        }
         break;
     }
     return result;
 }
 
-bool PlanMaker::choosePrefix()
+void PlanMaker::choosePrefix(double& best, std::uint16_t leading)
 {
-    std::uint16_t index = plan_.firstStep;
-    while (steps_[index].kind == RegexpStep::save)
-        index = steps_[index].next;
-
-    int longest = 0;
+    double frequency = 0;
     auto const add = [&](std::uint16_t from, int bucket) {
         Prefix const prefix = prefixFrom(from);
-        longest = std::max(longest, prefix.depth);
+        double product = 1;
         for (int position = 0; position < positions; ++position) {
-            if (position < prefix.depth)
+            if (position < prefix.depth) {
                 plan_.prefix.allow(position, bucket, prefix.at[position]);
-            else
+                product *= Weighed::frequency(prefix.at[position]);
+            } else {
                 plan_.prefix.allowAll(position, bucket);
+            }
         }
+        frequency += product;
     };
-    if (steps_[index].kind != RegexpStep::choice) {
-        add(index, 0);
+    if (steps_[leading].kind != RegexpStep::choice) {
+        add(leading, 0);
     } else {
         int alternative = 0;
-        for (; index != RegexpStep::none; index = steps_[index].other)
+        for (std::uint16_t index = leading; index != RegexpStep::none; index = steps_[index].other)
             add(steps_[index].next, alternative++ % PrefixFilter::bucketLimit);
     }
-    if (longest < 2)
-        return false;
-    plan_.search = RegexpSearch::prefix;
-    return true;
+    double const cost = Weighed::cost(Weighed::prefixPass, frequency);
+    if (cost < best) {
+        best = cost;
+        plan_.search = RegexpSearch::prefix;
+    }
 }
 
 }  // namespace
@@ -496,8 +539,8 @@ bool PlanMaker::choosePrefix()
 std::size_t regexpBlockSize(std::size_t programSize, std::size_t nodes, std::size_t sets)
 {
     // The last part is PlanMaker::numberAt_.
-    return planOffset(programSize) + sizeof(RegexpPlan) + (nodes + sets) * sizeof(ByteSet) +
-        nodes * sizeof(RegexpStep) + (programSize + 1) / 2 * 2 + programSize * sizeof(std::uint16_t);
+    return planOffset(programSize) + sizeof(RegexpPlan) + nodes * (sizeof(ByteSet) + sizeof(RegexpStep)) +
+        sets * sizeof(ByteTable) + (programSize + 1) / 2 * 2 + programSize * sizeof(std::uint16_t);
 }
 
 void makePlan(regexp& expression, std::size_t programSize, std::size_t nodes, std::size_t sets)

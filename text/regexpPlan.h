@@ -74,13 +74,14 @@ struct RegexpPlan {
 
     std::uint32_t leastBefore;  // of the match, before the needle or the required byte
     TextNeedle needle;
-    ByteSet required;  // with the NUL
-    ByteSet before;    // bytes that a match may have before the needle or the required byte
+    ByteTable required;  // with the NUL
+    ByteSet before;      // bytes that a match may have before the needle or the required byte
     PrefixFilter prefix;
-    ByteSet start;  // bytes that a match may start with, and the NUL
+    ByteSet start;         // bytes that a match may start with, and the NUL
+    ByteTable startTable;  // the same, if that is how the search goes
 
     ByteSet const* firsts() const { return reinterpret_cast<ByteSet const*>(this + 1); }
-    ByteSet const* sets() const { return firsts() + stepCount; }
+    ByteTable const* sets() const { return reinterpret_cast<ByteTable const*>(firsts() + stepCount); }
     RegexpStep const* steps() const { return reinterpret_cast<RegexpStep const*>(sets() + setCount); }
     char const* programCopy() const { return reinterpret_cast<char const*>(steps() + stepCount); }
 };

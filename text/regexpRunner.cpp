@@ -31,9 +31,9 @@ void ChoiceStack::grow()
 }
 
 RegexpRunner::RegexpRunner(regexp& expression, RegexpPlan const& plan, char const* text,
-                           std::uint64_t stepLimit)
+                           std::uint64_t stepLimit, std::uint64_t workWithoutMemo)
     : expression_(expression), plan_(plan), steps_(plan.steps()), firsts_(plan.firsts()), sets_(plan.sets()),
-      text_(text), credit_(std::min(stepLimit, workBeforeMemo)), stepsLeft_(stepLimit - credit_)
+      text_(text), credit_(std::min(stepLimit, workWithoutMemo)), stepsLeft_(stepLimit - credit_)
 {
 }
 
@@ -62,8 +62,7 @@ bool RegexpRunner::refill()
 
 RegexpOutcome RegexpRunner::search()
 {
-    std::memset(slots_, 0, plan_.groupCount * sizeof *slots_);
-    std::memset(slots_ + NSUBEXP, 0, plan_.groupCount * sizeof *slots_);
+    clearSlots();
 
     bool found = false;
     char const* start = text_;
@@ -77,7 +76,7 @@ RegexpOutcome RegexpRunner::search()
         break;
     case RegexpSearch::firstBytes:
         for (;; ++start) {
-            start = findInSet(start, plan_.start);
+            start = findInSet(start, plan_.startTable);
             if ((found = tryAt(start)) || abandoned_ || *start == '\0')
                 break;
         }
@@ -113,7 +112,9 @@ bool RegexpRunner::searchAround()
     };
 
     char const* start = text_;
-    for (char const* place = find(text_); place; place = find(place + 1)) {
+    char const* place = find(text_);
+    literalIsMissing_ = !place && literal;
+    for (; place; place = find(place + 1)) {
         if (static_cast<std::size_t>(place - start) < plan_.leastBefore)
             continue;
         char const* const last = place - plan_.leastBefore;
@@ -138,7 +139,7 @@ bool RegexpRunner::searchAround()
 // One past the last of the characters from `input` on that the run takes.
 char const* RegexpRunner::runEnd(RegexpStep const& step, char const* input)
 {
-    ByteSet const& stop = sets_[step.set];
+    ByteTable const& stop = sets_[step.set];
     for (int i = 0; i < 6; ++i, ++input) {
         if (stop.has(*input))
             return input;
@@ -156,7 +157,7 @@ bool RegexpRunner::enterRun(RegexpStep const& step, char const* input, char cons
     char const* longest;
     if (memo_) {
         // A place where the same run has been before: what follows from there on has failed.
-        ByteSet const& stop = sets_[step.set];
+        ByteTable const& stop = sets_[step.set];
         longest = least;
         for (;; ++longest) {
             if (memo_->testAndSet(step.memo, static_cast<std::size_t>(longest - text_))) {
@@ -326,23 +327,27 @@ bool RegexpRunner::tryAt(char const* start)
             break;
     }
     // Positions that were stored while there was no choice to go back to.
-    if (overwritten) {
-        std::memset(slots_, 0, plan_.groupCount * sizeof *slots_);
-        std::memset(slots_ + NSUBEXP, 0, plan_.groupCount * sizeof *slots_);
-    }
+    if (overwritten)
+        clearSlots();
     spend(1);
     return false;
+}
+
+void RegexpRunner::clearSlots()
+{
+    for (int group = 0; group < plan_.groupCount; ++group)
+        slots_[group] = slots_[NSUBEXP + group] = nullptr;
 }
 
 // Hands the groups to the record.
 void RegexpRunner::store()
 {
-    std::memset(expression_.startp, 0, sizeof expression_.startp);
-    std::memset(expression_.endp, 0, sizeof expression_.endp);
     for (int group = 0; group < plan_.groupCount; ++group) {
         expression_.startp[group] = const_cast<char*>(slots_[group]);
         expression_.endp[group] = const_cast<char*>(slots_[NSUBEXP + group]);
     }
+    for (int group = plan_.groupCount; group < NSUBEXP; ++group)
+        expression_.startp[group] = expression_.endp[group] = nullptr;
 }
 
 }  // namespace zk

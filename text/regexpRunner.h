@@ -74,10 +74,17 @@ private:
 /// One search of one text.
 class RegexpRunner {
 public:
-    RegexpRunner(regexp& expression, RegexpPlan const& plan, char const* text, std::uint64_t stepLimit);
+    /// The work that a search does before it takes memory to remember what has failed.
+    static constexpr std::uint64_t workBeforeMemo = 2000;
+
+    RegexpRunner(regexp& expression, RegexpPlan const& plan, char const* text, std::uint64_t stepLimit,
+                 std::uint64_t workWithoutMemo = workBeforeMemo);
 
     /// Looks for the leftmost match; on success the record's groups are filled.
     RegexpOutcome search();
+
+    /// Whether the search found out that the literal which it looks for does not occur.
+    bool literalIsMissing() const { return literalIsMissing_; }
 
 private:
     // What a word on the stack stands for.
@@ -94,6 +101,7 @@ private:
     bool backUp(RegexpStep const*& step, char const*& input);
     bool spend(std::uint64_t work);
     bool refill();
+    void clearSlots();
     void store();
 
     std::uint64_t pack(Entry entry, std::size_t number, char const* position) const
@@ -111,17 +119,17 @@ private:
 
     static constexpr unsigned offsetShift = 18;
     static constexpr std::uint64_t noOffset = ~std::uint64_t(0) >> offsetShift;
-    static constexpr std::uint64_t workBeforeMemo = 2000;
 
     regexp& expression_;
     RegexpPlan const& plan_;
     RegexpStep const* const steps_;
     ByteSet const* const firsts_;
-    ByteSet const* const sets_;
+    ByteTable const* const sets_;
     char const* const text_;
     std::uint64_t credit_;
     std::uint64_t stepsLeft_;
     bool abandoned_ = false;
+    bool literalIsMissing_ = false;
     std::unique_ptr<FailureMemo> memo_;
     ChoiceStack stack_;
     char const* slots_[2 * NSUBEXP];

@@ -1,6 +1,7 @@
 #include "text/regexpWalker.h"
 
 #include <cstring>
+#include <unordered_set>
 #include <vector>
 
 namespace zk {
@@ -21,9 +22,15 @@ public:
         char* input;
         char* least;
         char** slot;
+        std::size_t idleNodes;
     };
 
     std::vector<Entry> entries;
+
+    // From which nodes, at which places, the rest has failed already. It fails
+    // again, so a long search notes it instead of trying once more.
+    std::unordered_set<std::uint64_t> failed;
+    std::uint64_t workBeforeNotes = 100000;
 };
 
 bool RegexpWalker::exists(char const* node) const
@@ -90,6 +97,11 @@ std::size_t RegexpWalker::countRun(char const* node, char const* input)
     }
 }
 
+std::uint64_t RegexpWalker::placeOf(char const* node, char const* input) const
+{
+    return static_cast<std::uint64_t>(node - program_) | static_cast<std::uint64_t>(input - textStart_) << 16;
+}
+
 RegexpOutcome RegexpWalker::tryAt(char* start, Stack& stack)
 {
     std::memset(expression_.startp, 0, sizeof expression_.startp);
@@ -98,8 +110,9 @@ RegexpOutcome RegexpWalker::tryAt(char* start, Stack& stack)
 
     char const* node = program_ + 1;
     char* input = start;
-    // A sound program takes a character before it comes round to a node again.
-    std::size_t nodesSinceCharacter = 0;
+    // Nodes passed since the last character. A sound program takes a character
+    // before it comes round to a node again.
+    std::size_t idleNodes = 0;
 
     // Takes back the last choice and goes on with the next one.
     auto const backUp = [&] {
@@ -113,6 +126,7 @@ RegexpOutcome RegexpWalker::tryAt(char* start, Stack& stack)
             case Stack::Kind::alternative:
                 node = top.node;
                 input = top.input;
+                idleNodes = top.idleNodes;
                 stack.entries.pop_back();
                 return true;
             case Stack::Kind::repeat: {
@@ -123,6 +137,7 @@ RegexpOutcome RegexpWalker::tryAt(char* start, Stack& stack)
                     --top.input;
                 node = next;
                 input = top.input;
+                idleNodes = top.idleNodes;
                 bool const fits = !lookAhead || *input == wanted;
                 if (input == top.least)
                     stack.entries.pop_back();
@@ -146,8 +161,12 @@ RegexpOutcome RegexpWalker::tryAt(char* start, Stack& stack)
         if (node)
             next = following(node);
 
+        bool const isChoice = node && (op == opBranch || op == opStar || op == opPlus);
         if (!node) {
             regerror("corrupted pointers");
+            failed = true;
+        } else if (isChoice && stack.workBeforeNotes == 0 &&
+                   !stack.failed.insert(placeOf(node, input)).second) {
             failed = true;
         } else if (op == opEnd) {
             expression_.startp[0] = start;
@@ -173,11 +192,11 @@ RegexpOutcome RegexpWalker::tryAt(char* start, Stack& stack)
         } else if (isOpen(op) || isClose(op)) {
             char** const slot =
                 isOpen(op) ? &expression_.startp[op - opOpen] : &expression_.endp[op - opClose];
-            stack.entries.push_back({Stack::Kind::restore, nullptr, *slot, nullptr, slot});
+            stack.entries.push_back({Stack::Kind::restore, nullptr, *slot, nullptr, slot, 0});
             *slot = input;
         } else if (op == opBranch) {
             if (next && opcodeOf(next) == opBranch)
-                stack.entries.push_back({Stack::Kind::alternative, next, input, nullptr, nullptr});
+                stack.entries.push_back({Stack::Kind::alternative, next, input, nullptr, nullptr, idleNodes});
             next = operandOf(node);
             if (!exists(next))
                 next = nullptr;
@@ -185,7 +204,8 @@ RegexpOutcome RegexpWalker::tryAt(char* start, Stack& stack)
             std::size_t const least = op == opPlus ? 1 : 0;
             std::size_t const most = countRun(operandOf(node), input);
             if (most >= least)
-                stack.entries.push_back({Stack::Kind::repeat, next, input + most, input + least, nullptr});
+                stack.entries.push_back(
+                    {Stack::Kind::repeat, next, input + most, input + least, nullptr, idleNodes});
             failed = true;  // the way on is the entry just made, if any
         } else {
             regerror("memory corruption");
@@ -193,6 +213,7 @@ RegexpOutcome RegexpWalker::tryAt(char* start, Stack& stack)
         }
 
         if (failed) {
+            stack.workBeforeNotes -= stack.workBeforeNotes > 0;
             if (stepsLeft_-- == 0) {
                 abandoned_ = true;
                 return RegexpOutcome::outOfSteps;
@@ -200,8 +221,8 @@ RegexpOutcome RegexpWalker::tryAt(char* start, Stack& stack)
             going = backUp();
             continue;
         }
-        nodesSinceCharacter = input == inputBefore ? nodesSinceCharacter + 1 : 0;
-        if (nodesSinceCharacter > size_) {
+        idleNodes = input == inputBefore ? idleNodes + 1 : 0;
+        if (idleNodes > size_) {
             regerror("corrupted pointers");
             abandoned_ = true;
             return RegexpOutcome::noMatch;
