@@ -16,3 +16,6 @@
 #include "platform/os/posix/environment.h"
 #include "platform/os/posix/module.h"
 #include "platform/os/posix/calendar.h"
+
+#include "platform/os/posix/debugOutput.h"
+#include "platform/os/posix/messageTexts.h"
