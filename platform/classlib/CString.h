@@ -247,7 +247,7 @@ public:
     /// `%s` prints a number, and a text is printed as a text everywhere. A
     /// conversion without an argument, and an unknown one, stands as it is. `%n`
     /// prints and writes nothing. `%p` prints 16 capital hexadecimal digits. A
-    /// null text prints "(null)". The width of a number is at most 65,535.
+    /// null text prints "(null)". Widths, and the digits of a number, end at 65,535.
     template <class... Arguments>
     void Format(char const* format, Arguments const&... arguments)
     {
