@@ -21,19 +21,14 @@ std::size_t planOffset(std::size_t programSize)
 }
 
 // The seal: the program's size, and a mark that only this size at this address has in this process.
-constexpr std::size_t sealSize = sizeof regexp::seal;
+static_assert(sizeof regexp::seal == sizeof(std::uint16_t) + sizeof(std::uint32_t));
 
-void computeSeal(regexp const& expression, std::uint16_t programSize, unsigned char (&seal)[sealSize])
+std::uint32_t markOf(regexp const& expression, std::size_t programSize)
 {
     static char const secret = 0;  // its address differs from process to process
-    std::uint64_t mark = reinterpret_cast<std::uintptr_t>(&expression) ^
-        reinterpret_cast<std::uintptr_t>(&secret) << 17 ^ static_cast<std::uint64_t>(programSize) << 48;
-    mark *= 0x9E3779B97F4A7C15ull;
-    mark ^= mark >> 29;
-    mark *= 0xBF58476D1CE4E5B9ull;
-    std::uint32_t const high = static_cast<std::uint32_t>(mark >> 32);
-    std::memcpy(seal, &programSize, 2);
-    std::memcpy(seal + 2, &high, 4);
+    std::uint64_t const mixed = (reinterpret_cast<std::uintptr_t>(&expression) >> 4) * 0x9E3779B97F4A7C15ull +
+        (reinterpret_cast<std::uintptr_t>(&secret) + programSize) * 0xBF58476D1CE4E5B9ull;
+    return static_cast<std::uint32_t>(mixed >> 32);
 }
 
 class PlanMaker {
@@ -112,7 +107,10 @@ void PlanMaker::run()
     resolveJumps();
     findFirstBytes();
     chooseSearch();
-    computeSeal(expression_, static_cast<std::uint16_t>(programSize_), expression_.seal);
+    std::uint16_t const size = static_cast<std::uint16_t>(programSize_);
+    std::uint32_t const mark = markOf(expression_, programSize_);
+    std::memcpy(expression_.seal, &size, sizeof size);
+    std::memcpy(expression_.seal + sizeof size, &mark, sizeof mark);
 }
 
 // The nodes stand one behind the other, operands that are nodes among them.
@@ -418,7 +416,8 @@ void PlanMaker::chooseRequired(double& best)
     auto const considerSet = [&](RegexpStep const& step) {
         ByteSet const members = membersOf(step);
         double const cost = Weighed::cost(Weighed::setPass, Weighed::frequency(members));
-        if (cost < best) {
+        // Places found this way leave more to do than those where a match starts.
+        if (cost < best * 0.8) {
             choose(RegexpSearch::oneOf, cost);
             plan_.required.assign(members);
             plan_.required.add('\0');
@@ -551,10 +550,10 @@ void makePlan(regexp& expression, std::size_t programSize, std::size_t nodes, st
 std::size_t sealedSize(regexp const& expression)
 {
     std::uint16_t size;
+    std::uint32_t mark;
     std::memcpy(&size, expression.seal, sizeof size);
-    unsigned char seal[sealSize];
-    computeSeal(expression, size, seal);
-    return std::memcmp(seal, expression.seal, sealSize) == 0 ? size : 0;
+    std::memcpy(&mark, expression.seal + sizeof size, sizeof mark);
+    return mark == markOf(expression, size) ? size : 0;
 }
 
 RegexpPlan const* planOf(regexp const& expression)

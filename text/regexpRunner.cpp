@@ -76,7 +76,11 @@ RegexpOutcome RegexpRunner::search()
         break;
     case RegexpSearch::firstBytes:
         for (;; ++start) {
-            start = findInSet(start, plan_.startTable);
+            // Often the next one is near.
+            for (int i = 0; i < 4 && !plan_.start.has(*start); ++i)
+                ++start;
+            if (!plan_.start.has(*start))
+                start = findInSet(start, plan_.startTable);
             if ((found = tryAt(start)) || abandoned_ || *start == '\0')
                 break;
         }
@@ -342,12 +346,13 @@ void RegexpRunner::clearSlots()
 // Hands the groups to the record.
 void RegexpRunner::store()
 {
+    static_assert(offsetof(regexp, endp) == sizeof regexp::startp &&
+                  offsetof(regexp, regstart) == 2 * sizeof regexp::startp);
+    std::memset(static_cast<void*>(&expression_), 0, offsetof(regexp, regstart));
     for (int group = 0; group < plan_.groupCount; ++group) {
         expression_.startp[group] = const_cast<char*>(slots_[group]);
         expression_.endp[group] = const_cast<char*>(slots_[NSUBEXP + group]);
     }
-    for (int group = plan_.groupCount; group < NSUBEXP; ++group)
-        expression_.startp[group] = expression_.endp[group] = nullptr;
 }
 
 }  // namespace zk

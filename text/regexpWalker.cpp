@@ -39,6 +39,14 @@ bool RegexpWalker::exists(char const* node) const
         static_cast<std::size_t>(program_ + size_ - node) >= nodeSize;
 }
 
+// Whether the text behind the node ends within the program.
+bool RegexpWalker::hasText(char const* node) const
+{
+    char const* const operand = operandOf(node);
+    std::size_t const room = static_cast<std::size_t>(program_ + size_ - operand);
+    return std::memchr(operand, '\0', room) != nullptr;
+}
+
 // The node after `node`, or null if there is none within the program.
 char const* RegexpWalker::following(char const* node) const
 {
@@ -82,7 +90,9 @@ RegexpOutcome RegexpWalker::search(char* text)
 // The number of characters from `input` on that the node takes.
 std::size_t RegexpWalker::countRun(char const* node, char const* input)
 {
-    switch (exists(node) ? opcodeOf(node) : static_cast<unsigned char>(opEnd)) {
+    unsigned char const op = exists(node) ? opcodeOf(node) : static_cast<unsigned char>(opEnd);
+    bool const needsText = op == opExactly || op == opAnyOf || op == opAnyBut;
+    switch (needsText && !hasText(node) ? static_cast<unsigned char>(opEnd) : op) {
     case opAny: return std::strlen(input);
     case opExactly: {
         char const wanted = *operandOf(node);
@@ -131,7 +141,7 @@ RegexpOutcome RegexpWalker::tryAt(char* start, Stack& stack)
                 return true;
             case Stack::Kind::repeat: {
                 char const* const next = top.node;
-                bool const lookAhead = next && opcodeOf(next) == opExactly;
+                bool const lookAhead = next && opcodeOf(next) == opExactly && hasText(next);
                 char const wanted = lookAhead ? *operandOf(next) : '\0';
                 while (lookAhead && top.input > top.least && *top.input != wanted)
                     --top.input;
@@ -162,7 +172,8 @@ RegexpOutcome RegexpWalker::tryAt(char* start, Stack& stack)
             next = following(node);
 
         bool const isChoice = node && (op == opBranch || op == opStar || op == opPlus);
-        if (!node) {
+        bool const needsText = op == opExactly || op == opAnyOf || op == opAnyBut;
+        if (!node || (needsText && !hasText(node))) {
             regerror("corrupted pointers");
             failed = true;
         } else if (isChoice && stack.workBeforeNotes == 0 &&

@@ -28,6 +28,7 @@ private:
     std::size_t countRun(char const* node, char const* input);
     char const* following(char const* node) const;
     bool exists(char const* node) const;
+    bool hasText(char const* node) const;
     std::uint64_t placeOf(char const* node, char const* input) const;
 
     regexp& expression_;

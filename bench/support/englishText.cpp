@@ -10,28 +10,29 @@ namespace {
 
 // The commonest words first: a word's place says how often it comes.
 constexpr char const* words[] = {
-    "the",      "of",      "and",       "to",       "a",        "in",       "that",     "was",      "it",       "he",
-    "his",      "is",      "with",      "as",       "had",      "for",      "you",      "not",      "be",       "at",
-    "on",       "her",     "my",        "have",     "which",    "but",      "this",     "from",     "they",     "all",
-    "by",       "said",    "were",      "she",      "we",       "one",      "there",    "so",       "no",       "when",
-    "an",       "been",    "would",     "what",     "their",    "who",      "if",       "upon",     "out",      "him",
-    "up",       "man",     "into",      "then",     "could",    "little",   "very",     "some",     "about",    "more",
-    "time",     "them",    "down",      "over",     "night",    "house",    "before",   "should",   "door",     "hand",
-    "great",    "again",   "might",     "never",    "think",    "nothing",  "come",     "good",     "through",  "looking",
-    "room",     "matter",  "morning",   "evening",  "something", "being",   "found",    "street",   "window",   "standing",
-    "letter",   "thought", "question",  "having",   "between",  "country",  "sitting",  "cat",      "going",    "already",
-    "certainly", "singular", "business", "horse",   "turning",  "dog",      "evidently", "silence", "garden",   "carriage",
-    "bird",     "strange", "companion", "walking",  "perfectly", "opening", "fish",     "colour",   "sentence", "remarkable"};
+    "the",       "of",       "and",       "to",      "a",         "in",       "that",     "was",
+    "it",        "he",       "his",       "is",      "with",      "as",       "had",      "for",
+    "you",       "not",      "be",        "at",      "on",        "her",      "my",       "have",
+    "which",     "but",      "this",      "from",    "they",      "all",      "by",       "said",
+    "were",      "she",      "we",        "one",     "there",     "so",       "no",       "when",
+    "an",        "been",     "would",     "what",    "their",     "who",      "if",       "upon",
+    "out",       "him",      "up",        "man",     "into",      "then",     "could",    "little",
+    "very",      "some",     "about",     "more",    "time",      "them",     "down",     "over",
+    "night",     "house",    "before",    "should",  "door",      "hand",     "great",    "again",
+    "might",     "never",    "think",     "nothing", "come",      "good",     "through",  "looking",
+    "room",      "matter",   "morning",   "evening", "something", "being",    "found",    "street",
+    "window",    "standing", "letter",    "thought", "question",  "having",   "between",  "country",
+    "sitting",   "cat",      "going",     "already", "certainly", "singular", "business", "horse",
+    "turning",   "dog",      "evidently", "silence", "garden",    "carriage", "bird",     "strange",
+    "companion", "walking",  "perfectly", "opening", "fish",      "colour",   "sentence", "remarkable"};
 
-constexpr char const* names[] = {"Sherlock Holmes", "John Watson", "Irene Adler",    "Baker Street", "Inspector Lestrade",
-                                 "Mycroft Holmes",  "London",      "Mary Sutherland", "Sherlock Holmes", "Professor Moriarty"};
+constexpr char const* names[] = {"Sherlock Holmes",    "John Watson",       "Irene Adler", "Baker Street",
+                                 "Inspector Lestrade", "Mycroft Holmes",    "London",      "Mary Sutherland",
+                                 "Sherlock Holmes",    "Professor Moriarty"};
 
 class Chance {
 public:
-    explicit Chance(unsigned seed)
-        : state_(seed * 2654435761u + 88172645463325252ull)
-    {
-    }
+    explicit Chance(unsigned seed) : state_(seed * 2654435761u + 88172645463325252ull) { }
     std::size_t below(std::size_t limit)
     {
         state_ ^= state_ << 13;

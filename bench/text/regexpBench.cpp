@@ -27,10 +27,7 @@ class Ours {
 public:
     static constexpr char const* name = "ours";
 
-    explicit Ours(char const* pattern)
-        : expression_(regcomp(pattern))
-    {
-    }
+    explicit Ours(char const* pattern) : expression_(regcomp(pattern)) { }
     ~Ours() { std::free(expression_); }
     char const* find(char const* text, char const*)
     {
@@ -69,8 +66,9 @@ public:
         text_ = text;
         PCRE2_SPTR const subject = reinterpret_cast<PCRE2_SPTR>(text);
         std::size_t const length = static_cast<std::size_t>(end - text);
-        int const found = compiled ? pcre2_jit_match(code_, subject, length, 0, 0, data_, nullptr)
-                                   : pcre2_match(code_, subject, length, 0, PCRE2_NO_UTF_CHECK, data_, nullptr);
+        int const found = compiled
+            ? pcre2_jit_match(code_, subject, length, 0, 0, data_, nullptr)
+            : pcre2_match(code_, subject, length, 0, PCRE2_NO_UTF_CHECK, data_, nullptr);
         return found > 0 ? text + pcre2_get_ovector_pointer(data_)[1] : nullptr;
     }
     char const* start() const { return text_ + pcre2_get_ovector_pointer(data_)[0]; }
@@ -89,15 +87,12 @@ class Boost {
 public:
     static constexpr char const* name = "Boost.Regex";
 
-    explicit Boost(char const* pattern)
-        : expression_(pattern)
-    {
-    }
+    explicit Boost(char const* pattern) : expression_(pattern) { }
     char const* find(char const* text, char const* end)
     {
         try {
             return boost::regex_search(text, end, match_, expression_) ? match_[0].second : nullptr;
-        } catch (std::runtime_error const&) {   // too complex for it
+        } catch (std::runtime_error const&) {  // too complex for it
             failed_ = true;
             return nullptr;
         }
@@ -151,8 +146,9 @@ void matchLines(benchmark::State& state, char const* pattern, std::vector<std::s
             count += engine.find(line.c_str(), line.c_str() + line.size()) != nullptr;
     }
     state.counters["matches"] = static_cast<double>(count);
-    state.counters["time/line"] = benchmark::Counter(static_cast<double>(lines.size()),
-                                                     benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["time/line"] =
+        benchmark::Counter(static_cast<double>(lines.size()),
+                           benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
 template <class Engine>
@@ -168,7 +164,8 @@ std::vector<std::string> const& fieldLines()
     static std::vector<std::string> const result = [] {
         std::vector<std::string> lines = zk::bench::linesOf(zk::bench::englishText(200000));
         for (std::size_t i = 0; i < lines.size(); ++i)
-            lines[i].insert(0, std::to_string(i * 37) + (i % 3 ? ":Watson, John:" : ":Sherlock Holmes, Baker Street:"));
+            lines[i].insert(
+                0, std::to_string(i * 37) + (i % 3 ? ":Watson, John:" : ":Sherlock Holmes, Baker Street:"));
         return lines;
     }();
     return result;
@@ -192,7 +189,8 @@ template <class Engine>
 void addAll()
 {
     auto const add = [](std::string const& what, auto function, auto... arguments) {
-        benchmark::RegisterBenchmark((what + "/" + Engine::name).c_str(), function, arguments...)->UseRealTime();
+        benchmark::RegisterBenchmark((what + "/" + Engine::name).c_str(), function, arguments...)
+            ->UseRealTime();
     };
     struct Row {
         char const* what;
@@ -209,15 +207,20 @@ void addAll()
         add(row.what, countInText<Engine>, row.pattern);
 
     static constexpr char fields[] = "^([^:]*):([^:]*):(.*)$";
-    add("split lines into fields", [](benchmark::State& state) { matchLines<Engine>(state, fields, fieldLines()); });
-    add("loop without its end", [](benchmark::State& state) { matchLines<Engine>(state, "(a|b|c|d)*z", linesOfFourLetters()); });
-    add("loop without its ends", [](benchmark::State& state) { matchLines<Engine>(state, "(a|b|c|d)*[yz]", linesOfFourLetters()); });
-    add("loop with an ambiguous body",
-        [](benchmark::State& state) { matchLines<Engine>(state, "(a|b|ab|c|d)*([a-d]x|[a-d][a-d][^a-d])", linesOfFourLetters()); });
+    add("split lines into fields",
+        [](benchmark::State& state) { matchLines<Engine>(state, fields, fieldLines()); });
+    add("loop without its end",
+        [](benchmark::State& state) { matchLines<Engine>(state, "(a|b|c|d)*z", linesOfFourLetters()); });
+    add("loop without its ends",
+        [](benchmark::State& state) { matchLines<Engine>(state, "(a|b|c|d)*[yz]", linesOfFourLetters()); });
+    add("loop with an ambiguous body", [](benchmark::State& state) {
+        matchLines<Engine>(state, "(a|b|ab|c|d)*([a-d]x|[a-d][a-d][^a-d])", linesOfFourLetters());
+    });
 
     add("compile 50 characters", compile<Engine>, "^([A-Za-z_]+)[ ]*=[ ]*(\"[^\"]*\"|[0-9]+|true|fals)");
     static std::vector<std::string> const assignment{"  width = 1024; // pixels"};
-    add("two groups in 24 characters", [](benchmark::State& state) { matchLines<Engine>(state, "([a-z]+) *= *([0-9]+)", assignment); });
+    add("two groups in 24 characters",
+        [](benchmark::State& state) { matchLines<Engine>(state, "([a-z]+) *= *([0-9]+)", assignment); });
 }
 
 [[maybe_unused]] bool const registered = [] {

@@ -1,7 +1,6 @@
 #include "tests/support/ReferenceMatcher.h"
 
-ReferenceMatcher::ReferenceMatcher(std::string_view pattern)
-    : pattern_(pattern)
+ReferenceMatcher::ReferenceMatcher(std::string_view pattern) : pattern_(pattern)
 {
     try {
         top_ = parseAlternatives(false);
@@ -38,7 +37,8 @@ ReferenceMatcher::Nodes ReferenceMatcher::parseSequence()
 std::shared_ptr<ReferenceMatcher::Node> ReferenceMatcher::parsePiece()
 {
     auto const repeatHere = [this] {
-        return next_ < pattern_.size() && std::string_view("*+?").find(pattern_[next_]) != std::string_view::npos;
+        return next_ < pattern_.size() &&
+            std::string_view("*+?").find(pattern_[next_]) != std::string_view::npos;
     };
     std::shared_ptr<Node> const atom = parseAtom();
     if (!repeatHere())
@@ -80,9 +80,7 @@ std::shared_ptr<ReferenceMatcher::Node> ReferenceMatcher::parseAtom()
             throw SyntaxError{"trailing \\"};
         ++next_;
         [[fallthrough]];
-    default:
-        result->kind = Node::literal;
-        result->text = pattern_[next_];
+    default: result->kind = Node::literal; result->text = pattern_[next_];
     }
     ++next_;
     return result;
@@ -142,7 +140,8 @@ bool ReferenceMatcher::canBeEmpty(Node const& node)
     }
 }
 
-std::optional<ReferenceMatcher::Groups> ReferenceMatcher::match(std::string_view subject, std::uint64_t stepLimit)
+std::optional<ReferenceMatcher::Groups> ReferenceMatcher::match(std::string_view subject,
+                                                                std::uint64_t stepLimit)
 {
     subject_ = subject;
     stepsLeft_ = stepLimit;
@@ -172,7 +171,8 @@ bool ReferenceMatcher::matchSequence(Nodes const& nodes, std::size_t index, std:
 {
     if (index == nodes.size())
         return rest(at);
-    return matchNode(*nodes[index], at, [&, index](std::size_t next) { return matchSequence(nodes, index + 1, next, rest); });
+    return matchNode(*nodes[index], at,
+                     [&, index](std::size_t next) { return matchSequence(nodes, index + 1, next, rest); });
 }
 
 bool ReferenceMatcher::matchNode(Node const& node, std::size_t at, Rest const& rest)
@@ -209,5 +209,6 @@ bool ReferenceMatcher::matchNode(Node const& node, std::size_t at, Rest const& r
 
 bool ReferenceMatcher::matchRepeat(Node const& node, std::size_t at, Rest const& rest)
 {
-    return matchAny(node.choices, at, [&](std::size_t next) { return matchRepeat(node, next, rest); }) || rest(at);
+    return matchAny(node.choices, at, [&](std::size_t next) { return matchRepeat(node, next, rest); }) ||
+        rest(at);
 }

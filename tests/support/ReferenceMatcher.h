@@ -41,9 +41,9 @@ private:
     using Nodes = std::vector<std::shared_ptr<Node>>;
     struct Node {
         enum Kind { literal, any, in, notIn, start, end, group, star, plus, optional } kind;
-        std::string text;           // of a literal
-        std::set<char> members;     // of a set
-        int number = 0;             // of a group
+        std::string text;            // of a literal
+        std::set<char> members;      // of a set
+        int number = 0;              // of a group
         std::vector<Nodes> choices;  // of a group: its alternatives; of a repeat: what is repeated
     };
     using Rest = std::function<bool(std::size_t)>;

@@ -39,7 +39,8 @@ TEST(Range, testsTrueOnlyIfItHoldsSomethingFromZeroOn)
         int start, end;
         bool holds;
     };
-    for (Row const& row : {Row{0, 0, true}, {0, -1, false}, {3, 2, false}, {-1, 4, false}, {-5, -2, false}, {2, 9, true}}) {
+    for (Row const& row :
+         {Row{0, 0, true}, {0, -1, false}, {3, 2, false}, {-1, 4, false}, {-5, -2, false}, {2, 9, true}}) {
         Range const range(row.start, row.end);
 
         void* const converted = range;

@@ -35,8 +35,11 @@ Groups groupsOf(RegexpOutcome outcome, regexp const& expression, std::string con
         return std::nullopt;
     ReferenceMatcher::Groups result;
     for (int group = 0; group < NSUBEXP; ++group) {
-        auto const offset = [&](char const* position) { return position ? static_cast<int>(position - subject.c_str()) : -1; };
-        result[static_cast<std::size_t>(group)] = {offset(expression.startp[group]), offset(expression.endp[group])};
+        auto const offset = [&](char const* position) {
+            return position ? static_cast<int>(position - subject.c_str()) : -1;
+        };
+        result[static_cast<std::size_t>(group)] = {offset(expression.startp[group]),
+                                                   offset(expression.endp[group])};
     }
     return result;
 }
@@ -46,8 +49,8 @@ bool agree(regexp& expression, std::string const& pattern, std::string const& su
     auto const check = [&](char const* way, RegexpOutcome outcome) {
         Groups const found = groupsOf(outcome, expression, subject);
         if (expected != found)
-            ADD_FAILURE() << way << ": /" << pattern << "/ on \"" << subject << "\": " << describe(found) << ", expected "
-                          << describe(expected);
+            ADD_FAILURE() << way << ": /" << pattern << "/ on \"" << subject << "\": " << describe(found)
+                          << ", expected " << describe(expected);
         return expected == found;
     };
     zk::RegexpPlan const* const plan = zk::planOf(expression);
@@ -55,10 +58,12 @@ bool agree(regexp& expression, std::string const& pattern, std::string const& su
         ADD_FAILURE() << "no plan for /" << pattern << "/";
         return false;
     }
-    return check("engine", regexec(&expression, subject.c_str()) ? RegexpOutcome::match : RegexpOutcome::noMatch) &&
-           check("remembering", zk::RegexpRunner(expression, *plan, subject.c_str(), UINT64_MAX, 0).search()) &&
-           check("walking", zk::RegexpWalker(expression, plan->programSize, UINT64_MAX)
-                                .search(const_cast<char*>(subject.c_str())));
+    return check("engine",
+                 regexec(&expression, subject.c_str()) ? RegexpOutcome::match : RegexpOutcome::noMatch) &&
+        check("remembering", zk::RegexpRunner(expression, *plan, subject.c_str(), UINT64_MAX, 0).search()) &&
+        check("walking",
+              zk::RegexpWalker(expression, plan->programSize, UINT64_MAX)
+                  .search(const_cast<char*>(subject.c_str())));
 }
 
 std::vector<std::string> allSubjects(std::string const& letters, std::size_t longest)
@@ -72,7 +77,8 @@ std::vector<std::string> allSubjects(std::string const& letters, std::size_t lon
 }
 
 // Compares on the first `count` subjects and on one of the others in turn. False at the first difference.
-bool agree(std::string const& pattern, std::vector<std::string> const& subjects, std::size_t count, std::size_t turn)
+bool agree(std::string const& pattern, std::vector<std::string> const& subjects, std::size_t count,
+           std::size_t turn)
 {
     ReferenceMatcher reference(pattern);
     RegexpFault fault;
@@ -121,8 +127,9 @@ TEST(RegexpExhaustive, agreesWithTheReferenceOnAllPatternsOfFiveSymbols)
 // Longer patterns and subjects of chance, with a fixed seed.
 TEST(RegexpExhaustive, agreesWithTheReferenceOnPatternsOfChance)
 {
-    static char const* const pieces[] = {"a", "b", "c", "ab", "abc", "bca", ".", "[ab]", "[^a]", "[b-c]", "(", "(", ")", ")",
-                                         "|", "*", "+", "?", "^", "$", "\\.", "a*", "b+", "(a|b)*", "(ab)?", "(a*b)*", ".*"};
+    static char const* const pieces[] = {
+        "a", "b", "c", "ab", "abc", "bca", ".",   "[ab]", "[^a]", "[b-c]",  "(",     "(",      ")", ")",
+        "|", "*", "+", "?",  "^",   "$",   "\\.", "a*",   "b+",   "(a|b)*", "(ab)?", "(a*b)*", ".*"};
     std::uint64_t state = 20240601;
     auto const random = [&state](std::size_t below) {
         state = state * 6364136223846793005ull + 1442695040888963407ull;
