@@ -25,3 +25,5 @@
 #include "text/Range.h"
 #include "text/regexpEngine.h"
 #include "text/Regexp.h"
+
+#include "files/paths.h"

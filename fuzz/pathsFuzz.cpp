@@ -1,0 +1,40 @@
+// Path cleaning against the stepwise way, on any bytes and every option.
+#include "files/paths.h"
+
+#include "platform/os/os.h"
+#include "tests/files/stepwisePaths.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
+{
+    if (size < 2 || size > 4096)
+        return 0;
+    unsigned const options = data[0];
+    char const separators[] = {'/', '\\', '!', char(data[1])};
+    char const separator = separators[options & 3];
+    char const native = options & 4 ? '/' : '\\';
+    bool const keepCase = options & 8;
+    bool const resolveDots = options & 16;
+    bool const collapse = options & 32;
+    std::string const text(reinterpret_cast<char const*>(data) + 2, size - 2);
+    if (separator == '.')
+        return 0;  // a dot that separates components has no meaning
+    zk::os::ScopedNativeSeparator const switched(native);
+
+    CString cut(text.data(), int(text.size()));
+    omCutMidDDot(cut, separator);
+    if (cut.view() != zk::test::stepwiseCutMidDDot(text, separator, native))
+        std::abort();
+
+    CString cleaned(text.data(), int(text.size()));
+    omCleanPath(cleaned, separator, keepCase, resolveDots, collapse);
+    if (cleaned.view() != zk::test::stepwiseCleanPath(text, separator, keepCase, resolveDots, collapse))
+        std::abort();
+
+    CString way, dir, file, extension;
+    omGetRelativePath(cut, cleaned, way, separator);
+    ParseToDirFileNameAndExtension(cut, dir, file, extension);
+    return 0;
+}
