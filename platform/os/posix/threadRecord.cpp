@@ -1,0 +1,126 @@
+#include "platform/os/posix/threadRecord.h"
+
+#include <linux/futex.h>
+#include <linux/membarrier.h>
+#include <pthread.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <new>
+
+namespace zk::os {
+namespace {
+
+constinit std::atomic<ThreadRecord*> firstRecord{nullptr};
+
+// Runs at the end of a thread, after its thread_local objects are destroyed:
+// those may still call into the seam. A call from another key's destructor
+// makes a new record, and the system then comes round to it again.
+void releaseAtThreadEnd(void* record) noexcept
+{
+    ownThreadRecord = nullptr;
+    static_cast<ThreadRecord*>(record)->release();
+}
+
+// Of a forked process only the forking thread goes on: the others' records are free.
+void keepOwnRecordOnly() noexcept
+{
+    for (ThreadRecord* record = firstRecord; record; record = record->next) {
+        if (record == ownThreadRecord)
+            record->id = 0;
+        else if (record->inUse)
+            record->release();
+    }
+}
+
+// What is set up once, before the first record.
+struct Setup {
+    Setup() noexcept
+    {
+        hasKey = pthread_key_create(&key, releaseAtThreadEnd) == 0;
+        pthread_atfork(nullptr, nullptr, keepOwnRecordOnly);
+        hasRemoteFence = syscall(SYS_membarrier, MEMBARRIER_CMD_REGISTER_PRIVATE_EXPEDITED, 0, 0) == 0;
+    }
+
+    pthread_key_t key{};
+    bool hasKey;  // else the records of ended threads are lost, which costs memory alone
+};
+
+ThreadRecord* takeFromPool() noexcept
+{
+    for (ThreadRecord* record = firstRecord.load(std::memory_order_acquire); record; record = record->next) {
+        bool free = false;
+        if (!record->inUse.load(std::memory_order_relaxed) &&
+            record->inUse.compare_exchange_strong(free, true, std::memory_order_acq_rel))
+            return record;
+    }
+    return nullptr;
+}
+
+ThreadRecord* makeInPool() noexcept
+{
+    auto* const record = new (std::nothrow) ThreadRecord;
+    if (!record)
+        return nullptr;
+    ThreadRecord* first = firstRecord.load(std::memory_order_relaxed);
+    do
+        record->next = first;
+    while (!firstRecord.compare_exchange_weak(first, record, std::memory_order_seq_cst));
+    return record;
+}
+
+}  // namespace
+
+thread_local constinit ThreadRecord* ownThreadRecord = nullptr;
+constinit bool hasRemoteFence = false;
+
+void passRemoteFence() noexcept
+{
+    syscall(SYS_membarrier, MEMBARRIER_CMD_PRIVATE_EXPEDITED, 0, 0);  // fails only where it isn't offered
+}
+
+void ThreadRecord::release() noexcept
+{
+    for (auto& pin : pins)
+        pin.store(0, std::memory_order_release);
+    pinned = 0;
+    shields = 0;
+    endIsDue = 0;
+    sleepsOn = nullptr;
+    id = 0;
+    state = nullptr;
+    inUse.store(false, std::memory_order_release);
+}
+
+ThreadRecord* makeThreadRecord() noexcept
+{
+    static Setup const setup;
+    ThreadRecord* record = takeFromPool();
+    if (!record)
+        record = makeInPool();
+    if (!record)
+        return nullptr;
+    if (setup.hasKey)
+        pthread_setspecific(setup.key, record);
+    ownThreadRecord = record;
+    return record;
+}
+
+ThreadRecord* firstThreadRecord() noexcept
+{
+    return firstRecord.load(std::memory_order_seq_cst);
+}
+
+void leaveThread() noexcept
+{
+    if (ThreadRecord* const record = ownThreadRecord) {
+        if (auto* const word = record->sleepsOn)
+            syscall(SYS_futex, word, FUTEX_WAKE_PRIVATE, 1, nullptr, nullptr, 0);
+        ownThreadRecord = nullptr;
+        record->release();
+    }
+    for (;;)
+        syscall(SYS_exit, 0);  // of the thread alone
+}
+
+}  // namespace zk::os
