@@ -1,0 +1,222 @@
+#include "text/Regexp.h"
+
+#include "platform/classlib/textTables.h"
+#include "tests/text/expressionSupport.h"
+
+#include <cstring>
+#include <type_traits>
+#include <utility>
+
+using namespace zk::test;
+
+namespace {
+
+std::string textOf(Range const& range, std::string const& subject)
+{
+    return range
+        ? subject.substr(static_cast<std::size_t>(range.start()), static_cast<std::size_t>(range.length()))
+        : "";
+}
+
+}  // namespace
+
+TEST(Regexp, findsItsGroupsInTheSubject)
+{
+    Regexp assignment("([a-z]+)=([0-9]*)");
+    std::string const subject = "  key=42;";
+
+    EXPECT_EQ(assignment.match(subject.c_str()), 1);
+
+    EXPECT_EQ(assignment.groups(), 3);
+    EXPECT_EQ(textOf(assignment.getgroup(0), subject), "key=42");
+    EXPECT_EQ(textOf(assignment.getgroup(1), subject), "key");
+    EXPECT_EQ(textOf(assignment.getgroup(2), subject), "42");
+    EXPECT_EQ(assignment.getgroup(2).start(), 6);
+    EXPECT_EQ(assignment.getgroup(2).end(), 7);
+    EXPECT_EQ(assignment.getgroup(2).length(), 2);
+}
+
+TEST(Regexp, givesAnEmptyGroupALengthOfZero)
+{
+    Regexp expression("a(x*)b");
+
+    EXPECT_EQ(expression.match("ab"), 1);
+
+    EXPECT_EQ(expression.getgroup(1).start(), 1);
+    EXPECT_EQ(expression.getgroup(1).end(), 0);
+    EXPECT_EQ(expression.getgroup(1).length(), 0);
+}
+
+TEST(Regexp, countsGroupsUpToTheFirstThatTookNoPart)
+{
+    Regexp expression("(a)|(b)");
+
+    EXPECT_EQ(expression.match("b"), 1);
+
+    EXPECT_EQ(expression.groups(), 1);
+    EXPECT_EQ(expression.getgroup(1).start(), 0);
+    EXPECT_EQ(expression.getgroup(1).end(), -1);
+    EXPECT_EQ(expression.getgroup(1).length(), 0);
+    EXPECT_EQ(expression.getgroup(2).length(), 1);
+}
+
+TEST(Regexp, countsAllTwentyGroups)
+{
+    std::string pattern;
+    for (int i = 0; i < 19; ++i)
+        pattern += "(a)";
+    Regexp expression(pattern.c_str());
+
+    EXPECT_EQ(expression.match(std::string(19, 'a').c_str()), 1);
+
+    EXPECT_EQ(expression.groups(), 20);
+    EXPECT_EQ(expression.getgroup(19).start(), 18);
+}
+
+TEST(Regexp, givesAnEmptyRangeForANumberThatNoGroupHas)
+{
+    Regexp expression("a");
+    EXPECT_EQ(expression.match("a"), 1);
+
+    for (int const number : {-1, 1, 19, 20, 1000}) {
+        EXPECT_EQ(expression.getgroup(number).end(), -1) << number;
+        EXPECT_EQ(expression.getgroup(number).length(), 0) << number;
+    }
+}
+
+TEST(Regexp, takesUpperAndLowerCaseAsTheSameOnDemand)
+{
+    Regexp expression("[A-Z]+ \\WORLD", 1);
+
+    EXPECT_EQ(expression.match("say Hello World!"), 1);
+
+    EXPECT_EQ(expression.getgroup(0).start(), 4);
+    EXPECT_EQ(expression.getgroup(0).length(), 11);
+}
+
+TEST(Regexp, foldsSetsAsAWhole)
+{
+    // "[Z-a]" becomes "[z-a]", which is no range any more.
+    EXPECT_EQ(standardErrorOf([] { Regexp const expression("[Z-a]", 1); }).substr(0, 27),
+              "regerror: invalid [] range\n");
+    EXPECT_EQ(Regexp("[Z-a]", 0).match("_"), 1);
+}
+
+TEST(Regexp, foldsForTheFlagOneAlone)
+{
+    EXPECT_EQ(Regexp("abc", 1).match("ABC"), 1);
+    EXPECT_EQ(Regexp("abc", 2).match("ABC"), 0);
+    EXPECT_EQ(Regexp("abc", -1).match("ABC"), 0);
+    EXPECT_EQ(Regexp("abc").match("ABC"), 0);
+}
+
+TEST(Regexp, keepsTheGroupsOfACaseFreeMatchWhenTheSubjectIsGone)
+{
+    Regexp expression("(b+)", 1);
+    {
+        std::string const subject = std::string(5000, 'A') + "BBB";
+        EXPECT_EQ(expression.match(subject.c_str()), 1);
+    }
+
+    EXPECT_EQ(expression.getgroup(1).start(), 5000);
+    EXPECT_EQ(expression.getgroup(1).end(), 5002);
+}
+
+TEST(Regexp, clearsItsGroupsOnATryThatFails)
+{
+    Regexp expression("(a)|b");
+    EXPECT_EQ(expression.match("a"), 1);
+
+    EXPECT_EQ(expression.match("c"), 0);
+
+    EXPECT_EQ(expression.groups(), 0);
+    EXPECT_EQ(expression.getgroup(0).length(), 0);
+}
+
+TEST(Regexp, hasNoGroupsBeforeItsFirstMatch)
+{
+    Regexp const expression("(a)");
+
+    EXPECT_EQ(expression.groups(), 0);
+    EXPECT_EQ(expression.getgroup(0).end(), -1);
+}
+
+TEST(Regexp, reportsAPatternThatDoesNotCompile)
+{
+    static ZkText const texts[] = {{49972, "No expression: "}, {49973, "Have another look at it."}};
+    zkRegisterTexts(texts, std::size(texts));
+
+    std::string const printed = standardErrorOf([] { Regexp const expression("a**"); });
+
+    zkUnregisterTexts(texts);
+    EXPECT_EQ(printed, "regerror: nested *?+\nNo expression: a**.\nHave another look at it.\n");
+}
+
+TEST(Regexp, namesThePatternAsItWasGiven)
+{
+    std::string const printed = standardErrorOf([] { Regexp const expression("(ABC", 1); });
+
+    EXPECT_NE(printed.find("(ABC."), std::string::npos) << printed;
+}
+
+TEST(Regexp, neverMatchesIfItDidNotCompile)
+{
+    for (int const flag : {0, 1}) {
+        std::string const printed = standardErrorOf([flag] {
+            Regexp expression("(", flag);
+            testing::internal::GetCapturedStderr();
+            testing::internal::CaptureStderr();
+            EXPECT_EQ(expression.match("("), 0);
+            EXPECT_EQ(expression.groups(), 0);
+            EXPECT_EQ(expression.getgroup(0).length(), 0);
+            EXPECT_EQ(expression.getgroup(0).end(), -1);
+        });
+
+        EXPECT_EQ(printed, "regerror: NULL parameter\n");
+    }
+}
+
+TEST(Regexp, takesNullAsAnError)
+{
+    for (int const flag : {0, 1}) {
+        EXPECT_EQ(standardErrorOf([flag] { Regexp const expression(nullptr, flag); }).substr(0, 24),
+                  "regerror: NULL argument\n");
+        Regexp expression("a", flag);
+        EXPECT_EQ(standardErrorOf([&] { EXPECT_EQ(expression.match(nullptr), 0); }),
+                  "regerror: NULL parameter\n");
+    }
+}
+
+TEST(Regexp, isMovedNotCopied)
+{
+    static_assert(!std::is_copy_constructible_v<Regexp> && !std::is_copy_assignable_v<Regexp>);
+    Regexp first("(b)");
+    EXPECT_EQ(first.match("ab"), 1);
+
+    Regexp second(std::move(first));
+    Regexp third("x");
+    third = std::move(second);
+
+    EXPECT_EQ(third.getgroup(1).start(), 1);
+    EXPECT_EQ(third.match("aab"), 1);
+    EXPECT_EQ(third.getgroup(1).start(), 2);
+}
+
+TEST(Regexp, holdsTheExpressionTheTargetAndTheFlagInThisOrder)
+{
+    Regexp expression("a", 1);
+    char const* const subject = "A";
+    EXPECT_EQ(expression.match(subject), 1);
+
+    unsigned char const* const bytes = reinterpret_cast<unsigned char const*>(&expression);
+    regexp* program;
+    char const* target;
+    std::int32_t flag;
+    std::memcpy(&program, bytes, sizeof program);
+    std::memcpy(&target, bytes + 8, sizeof target);
+    std::memcpy(&flag, bytes + 16, sizeof flag);
+    EXPECT_EQ(static_cast<unsigned char>(program->program[0]), 156);
+    EXPECT_EQ(target, subject);
+    EXPECT_EQ(flag, 1);
+    EXPECT_EQ(sizeof(Regexp), 24u);
+}

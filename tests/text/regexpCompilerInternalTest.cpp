@@ -1,0 +1,71 @@
+// The reports of the compiler that no expression can bring about, and an allocation that fails.
+#include "text/regexpCompiler.h"
+#include "text/regexpPlan.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+using zk::RegexpCompiler;
+
+TEST(RegexpCompiler, callsAnAtomThatCannotBeOneAnInternalMistake)
+{
+    for (char const* text : {"", "|a", ")"}) {
+        RegexpCompiler compiler(text, nullptr);
+        RegexpCompiler::Flags flags;
+
+        EXPECT_EQ(compiler.atom(flags), 0u);
+        EXPECT_STREQ(compiler.fault().message, "internal urp") << text;
+    }
+}
+
+TEST(RegexpCompiler, callsAnEmptyRunOfLiteralsADisaster)
+{
+    RegexpCompiler compiler("(a)", nullptr);
+    RegexpCompiler::Flags flags;
+
+    EXPECT_EQ(compiler.literal(flags), 0u);
+    EXPECT_STREQ(compiler.fault().message, "internal disaster");
+}
+
+TEST(RegexpCompiler, callsWhatIsLeftBehindTheTopLevelJunk)
+{
+    RegexpCompiler junk("a", nullptr);
+    RegexpCompiler parenthesis(")", nullptr);
+
+    EXPECT_FALSE(junk.atEnd());
+    EXPECT_STREQ(junk.fault().message, "junk on end");
+    EXPECT_FALSE(parenthesis.atEnd());
+    EXPECT_STREQ(parenthesis.fault().message, "unmatched ()");
+    EXPECT_TRUE(RegexpCompiler("", nullptr).atEnd());
+}
+
+TEST(RegexpCompiler, reportsMemoryThatItDoesNotGet)
+{
+    RegexpFault fault;
+
+    EXPECT_EQ(zk::compileRegexp("abc", fault, [](std::size_t) -> void* { return nullptr; }), nullptr);
+
+    EXPECT_STREQ(fault.message, "out of space");
+}
+
+TEST(RegexpCompiler, asksForOneBlockThatHoldsAll)
+{
+    static std::size_t asked;
+    for (char const* pattern : {"", "a", "(a|[b-d]+)+x?", "^([^:]*):([^:]*):(.*)$"}) {
+        RegexpFault fault;
+        regexp* const expression = zk::compileRegexp(pattern, fault, [](std::size_t size) {
+            asked = size;
+            return std::malloc(size);
+        });
+        RegexpCompiler counting(pattern, nullptr);
+
+        ASSERT_TRUE(counting.run());
+        EXPECT_EQ(asked, zk::regexpBlockSize(counting.size(), counting.nodes(), counting.sets()));
+        EXPECT_EQ(zk::sealedSize(*expression), counting.size());
+        ASSERT_NE(zk::planOf(*expression), nullptr);
+        EXPECT_EQ(zk::planOf(*expression)->stepCount, counting.nodes());
+        EXPECT_EQ(zk::planOf(*expression)->setCount, counting.sets());
+        std::free(expression);
+    }
+}
