@@ -1,0 +1,515 @@
+#include "examples/modelgen/pumlReader.h"
+
+#include "examples/modelgen/pumlMember.h"
+#include "examples/modelgen/pumlRelation.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace modelgen {
+
+namespace {
+
+constexpr auto nowhere = std::string_view::npos;
+
+bool startsWith(std::string_view text, std::string_view start)
+{
+    return text.substr(0, start.size()) == start;
+}
+
+// Lines that only arrange or decorate the drawing.
+constexpr std::string_view decorations[] = {
+    "hide",        "show",    "remove",    "restore",      "scale",       "left to right direction",
+    "skin",        "url",     "page",      "newpage",      "autonewpage", "top to bottom direction",
+    "allowmixing", "caption", "mainframe", "allow_mixing",
+};
+
+constexpr std::string_view packageWords[] = {"package", "namespace", "folder",    "frame",
+                                             "node",    "cloud",     "rectangle", "database"};
+
+// "-- title --", "..", "====": a line between the members of a class.
+bool isSeparator(std::string_view text)
+{
+    if (text.size() < 2 || text[0] != text[1] || std::string_view("-=._").find(text[0]) == nowhere)
+        return false;
+    if (text[0] == '_')
+        return text.size() == 2 || text.substr(text.size() - 2) == "__";
+    return true;
+}
+
+CString withoutBlanks(std::string_view text)
+{
+    CString kept;
+    for (char const c : text)
+        if (c != ' ')
+            kept += c;
+    return kept.MakeLower();
+}
+
+int countBraces(std::string_view text)
+{
+    return int(std::count(text.begin(), text.end(), '{')) - int(std::count(text.begin(), text.end(), '}'));
+}
+
+}  // namespace
+
+void PumlReader::read(CString const& fileName, std::string_view text)
+{
+    file_ = report_.addFile(fileName);
+    line_ = 0;
+    diagram_ = 0;
+    bool hasDiagram = false;
+    PumlSource source(text);
+    while (source.next()) {
+        line_ = source.line();
+        std::string_view const line = source.text();
+        if (startsWith(line, "@startuml")) {
+            if (diagram_ > 0) {
+                report_.error(place(), "@startuml inside a diagram: @enduml is missing");
+                endDiagram();
+            }
+            diagram_ = line_;
+            hasDiagram = true;
+            separatesNames_ = true;
+        } else if (startsWith(line, "@enduml")) {
+            if (diagram_ == 0)
+                report_.error(place(), "@enduml without @startuml");
+            endDiagram();
+        } else if (diagram_ > 0) {
+            readDiagramLine(line);
+        }
+    }
+    if (source.openComment() > 0)
+        report_.error(at(source.openComment()), "the comment is not closed");
+    if (diagram_ > 0) {
+        report_.error(at(diagram_), "@enduml is missing");
+        endDiagram();
+    }
+    if (!hasDiagram)
+        report_.error(at(1), "there is no diagram: @startuml is missing");
+}
+
+void PumlReader::endDiagram()
+{
+    if (isBlock_)
+        report_.error(at(block_.line), block_.what + " is not ended");
+    for (Scope const& scope : scopes_)
+        report_.error(at(scope.line), "'{' is not closed");
+    isBlock_ = false;
+    scopes_.clear();
+    expected_ = {};
+    diagram_ = 0;
+}
+
+void PumlReader::readDiagramLine(std::string_view text)
+{
+    if (isBlock_) {
+        readBlockLine(text);
+    } else if (text == "{" && expected_.package) {
+        open(*expected_.package, expected_.classifier);
+        expected_ = {};
+    } else {
+        expected_ = {};
+        if (!scopes_.empty() && scopes_.back().classifier)
+            readBodyLine(text);
+        else
+            readStatement(text);
+    }
+}
+
+void PumlReader::open(Package& package, Classifier* classifier)
+{
+    scopes_.push_back({&package, classifier, line_});
+}
+
+// -- Blocks ------------------------------------------------------------------------------
+
+void PumlReader::openBlock(char const* what, char const* end, std::string_view text)
+{
+    block_ = {};
+    block_.what = what;
+    block_.end = end;
+    block_.line = line_;
+    block_.braces = countBraces(text);
+    isBlock_ = block_.end.GetLength() > 0 || block_.braces > 0;
+}
+
+void PumlReader::readBlockLine(std::string_view text)
+{
+    if (block_.end.IsEmpty()) {
+        block_.braces += countBraces(text);
+        isBlock_ = block_.braces > 0;
+        return;
+    }
+    if (text.size() < 32 && withoutBlanks(text) == block_.end) {
+        isBlock_ = false;
+        if (!block_.noteTarget.IsEmpty())
+            linker_.addNote(here(), block_.noteTarget, std::move(block_.text));
+        return;
+    }
+    if (!block_.noteTarget.IsEmpty())
+        block_.text.push_back(textOf(text));
+}
+
+// -- Statements ----------------------------------------------------------------------------
+
+void PumlReader::readStatement(std::string_view text)
+{
+    if (text[0] == '}') {
+        if (scopes_.empty())
+            report_.error(place(), "'}' without '{'");
+        else
+            scopes_.pop_back();
+        return;
+    }
+    if (startsClass(text)) {
+        readClassLine(text);
+        return;
+    }
+    if (readDirective(text) || readNote(text) || readPackageLine(text) || readRelationLine(text) ||
+        readSetting(text) || readFurniture(text) || readShorthand(text))
+        return;
+    passOver(text);
+}
+
+void PumlReader::passOver(std::string_view text)
+{
+    report_.warning(place(), CString("not understood: passed over: ") + quoted(textOf(text)));
+    if (text.back() == '{')
+        openBlock("a block", "", "{");
+}
+
+bool PumlReader::readDirective(std::string_view text)
+{
+    if (text[0] != '!')
+        return false;
+    bool const isSingle = text.find("return") != nowhere;
+    if (startsWith(text, "!procedure") || startsWith(text, "!unquoted procedure"))
+        openBlock("a procedure", "!endprocedure", text);
+    else if ((startsWith(text, "!function") || startsWith(text, "!unquoted function")) && !isSingle)
+        openBlock("a function", "!endfunction", text);
+    if (startsWith(text, "!include") || startsWith(text, "!import") || startsWith(text, "!if") ||
+        startsWith(text, "!else") || startsWith(text, "!define") || startsWith(text, "!foreach") ||
+        startsWith(text, "!while"))
+        report_.warning(place(), CString("directives are not obeyed: passed over: ") + quoted(textOf(text)));
+    return true;
+}
+
+bool PumlReader::readSetting(std::string_view text)
+{
+    PumlLine line(text);
+    if (!line.takeWord("set"))
+        return false;
+    if (line.takeWord("namespaceSeparator") || line.takeWord("separator"))
+        separatesNames_ = line.rest() != "none";
+    return true;
+}
+
+bool PumlReader::readFurniture(std::string_view text)
+{
+    PumlLine line(text);
+    for (std::string_view const word : decorations)
+        if (line.takeWord(word))
+            return true;
+    if (line.takeWord("skinparam") || line.takeWord("sprite")) {
+        openBlock("skinparam", "", text);
+        return true;
+    }
+    if (line.take("<style>")) {
+        if (line.rest().find("</style>") == nowhere)
+            openBlock("<style>", "</style>", text);
+        return true;
+    }
+    if (line.takeWord("together")) {
+        expected_ = {&here(), nullptr, line_};
+        if (line.take("{") && !line.take("}")) {
+            expected_ = {};
+            open(here(), nullptr);
+        }
+        return true;
+    }
+    if (line.take("{")) {  // a frame without a name
+        open(here(), nullptr);
+        return true;
+    }
+    return readTitled(text);
+}
+
+// Titles and the like: on one line with their text, or a block without.
+bool PumlReader::readTitled(std::string_view text)
+{
+    PumlLine line(text);
+    if (line.takeWord("left") || line.takeWord("center") || line.takeWord("right")) {
+        if (line.peek() != 'h' && line.peek() != 'f')
+            return false;
+    }
+    if (line.takeWord("legend")) {
+        openBlock("the legend", "endlegend", text);
+        return true;
+    }
+    struct Titled {
+        char const* word;
+        char const* end;
+    };
+    constexpr Titled titled[] = {{"title", "endtitle"}, {"header", "endheader"}, {"footer", "endfooter"}};
+    for (Titled const& one : titled) {
+        if (!line.takeWord(one.word))
+            continue;
+        if (line.atEnd())
+            openBlock(one.word, one.end, text);
+        return true;
+    }
+    return false;
+}
+
+bool PumlReader::readNote(std::string_view text)
+{
+    PumlLine line(text);
+    if (!line.takeWord("note"))
+        return false;
+    if (line.peek() == '"') {
+        std::optional<CString> const content = line.quotedText();
+        if (!content) {
+            report_.error(place(), "a quote is not closed");
+            return true;
+        }
+        if (line.takeWord("as"))
+            if (std::optional<CString> const name = line.name())
+                linker_.addSilentName(file_, *name);
+        return true;
+    }
+    if (line.peek() == '-' || line.peek() == '.')
+        return false;  // a relation of something called "note"
+
+    CString target;
+    for (std::string_view const side : {"left", "right", "top", "bottom"})
+        line.takeWord(side);
+    if (line.takeWord("of")) {
+        std::optional<CString> const name = line.name();
+        target = name ? *name : CString();
+        if (target.IsEmpty())
+            report_.warning(place(), "a note of nothing: passed over");
+    } else if (line.takeWord("as")) {
+        if (std::optional<CString> const name = line.name())
+            linker_.addSilentName(file_, *name);
+    } else if (line.takeWord("on")) {
+        line.takeWord("link");
+    }
+    std::size_t const colon = line.rest().find(':');
+    if (colon == nowhere) {
+        openBlock("a note", "endnote", text);
+        block_.noteTarget = target;
+    } else if (!target.IsEmpty()) {
+        CString content = textOf(trimmed(line.rest().substr(colon + 1)));
+        std::vector<CString> lines;
+        for (int next = content.Find("\\n"); next >= 0; next = content.Find("\\n")) {
+            lines.push_back(content.Left(next));
+            content = content.Mid(next + 2);
+        }
+        lines.push_back(content);
+        linker_.addNote(here(), target, std::move(lines));
+    }
+    return true;
+}
+
+// -- Packages and classes --------------------------------------------------------------------
+
+Package& PumlReader::packageFor(CString const& name, bool isQualified, CString& last)
+{
+    Package* package = &here();
+    if (!isQualified || !separatesNames_) {
+        last = name;
+        return *package;
+    }
+    std::vector<CString> const parts = splitQualifiedName(name);
+    last = parts.empty() ? name : parts.back();
+    for (std::size_t i = 0; i + 1 < parts.size(); ++i) {
+        if (package->depth == deepestPackage) {
+            report_.error(place(), "packages are nested more than 32 deep");
+            break;
+        }
+        package = &model_.package(*package, parts[i], place());
+    }
+    return *package;
+}
+
+bool PumlReader::readPackageLine(std::string_view text)
+{
+    PumlLine line(text);
+    bool isPackage = false;
+    for (std::string_view const word : packageWords)
+        isPackage = isPackage || line.takeWord(word);
+    if (!isPackage || (!line.atEnd() && std::string_view("-.=:").find(line.peek()) != nowhere))
+        return false;
+
+    std::variant<BadDeclaration, PackageDeclaration> const read = readPackage(line.rest());
+    if (BadDeclaration const* const bad = std::get_if<BadDeclaration>(&read)) {
+        report_.error(place(), bad->reason);
+        if (text.back() == '{')
+            open(here(), nullptr);  // so that its end fits
+        return true;
+    }
+    PackageDeclaration const& declaration = std::get<PackageDeclaration>(read);
+    Package* package = &here();
+    if (!declaration.name.IsEmpty()) {
+        linker_.addSilentName(file_, declaration.name);
+        CString last;
+        Package& parent = packageFor(declaration.name, declaration.isQualified, last);
+        if (parent.depth == deepestPackage)
+            report_.error(place(), "packages are nested more than 32 deep");
+        else
+            package = &model_.package(parent, last, place());
+    }
+    bool const isClosed = text.back() == '}';
+    if (declaration.hasBody)
+        open(*package, nullptr);
+    else if (!isClosed)
+        expected_ = {package, nullptr, line_};
+    return true;
+}
+
+Classifier* PumlReader::declare(ClassDeclaration const& declaration)
+{
+    CString id;
+    Package& package = packageFor(declaration.id, declaration.isQualified, id);
+    CString const name = declaration.name == declaration.id ? id : declaration.name;
+    Classifier* classifier = model_.findIn(package, id);
+    if (!classifier)
+        classifier = &model_.add(package, id, name);
+    if (classifier->isDeclared && classifier->kind != declaration.kind) {
+        CString before;
+        before.Format(" was declared as something else in line %d", classifier->place.line);
+        report_.error(place(), quoted(id) + before);
+        return classifier;
+    }
+    if (!classifier->isDeclared) {
+        classifier->place = place();
+        classifier->isDeclared = true;
+        classifier->kind = declaration.kind;
+    }
+    classifier->isAbstract |= declaration.isAbstract;
+    if (classifier->typeParameters.empty())
+        classifier->typeParameters = declaration.typeParameters;
+    classifier->stereotypes.insert(classifier->stereotypes.end(), declaration.stereotypes.begin(),
+                                   declaration.stereotypes.end());
+    return classifier;
+}
+
+void PumlReader::readClassLine(std::string_view text)
+{
+    std::variant<BadDeclaration, ClassDeclaration> read = readClass(text);
+    if (BadDeclaration const* const bad = std::get_if<BadDeclaration>(&read)) {
+        report_.error(place(), bad->reason);
+        if (text.back() == '{')
+            openBlock("the class", "", "{");
+        return;
+    }
+    ClassDeclaration& declaration = std::get<ClassDeclaration>(read);
+    Classifier* const classifier = declare(declaration);
+    for (BaseName& base : declaration.bases)
+        linker_.addBase(*classifier, base.name, std::move(base.arguments), place());
+    if (!declaration.hasBody) {
+        expected_ = {&here(), classifier, line_};
+        return;
+    }
+    std::string_view body = declaration.body.view();
+    bool const isClosed = !body.empty() && body.back() == '}';
+    body = trimmed(body.substr(0, body.size() - (isClosed ? 1 : 0)));
+    if (!isClosed)
+        open(here(), classifier);
+    while (!body.empty()) {  // members on the same line, with semicolons between
+        std::size_t const end = findOutside(body, ';');
+        std::string_view const one = trimmed(body.substr(0, end));
+        if (!one.empty())
+            addMember(*classifier, one);
+        body = end == nowhere ? std::string_view() : trimmed(body.substr(end + 1));
+    }
+}
+
+void PumlReader::readBodyLine(std::string_view text)
+{
+    if (text[0] == '}')
+        scopes_.pop_back();
+    else if (!isSeparator(text))
+        addMember(*scopes_.back().classifier, text);
+}
+
+void PumlReader::addMember(Classifier& owner, std::string_view text)
+{
+    if (owner.kind == Kind::isEnum && !looksLikeMember(text)) {
+        std::variant<NoMember, Literals> read = readLiterals(text);
+        if (NoMember const* const none = std::get_if<NoMember>(&read)) {
+            if (none->isBroken)
+                report_.error(place(), none->reason);
+            else
+                report_.warning(place(), none->reason + CString(": ") + quoted(textOf(text)));
+            return;
+        }
+        Literals& literals = std::get<Literals>(read);
+        if (literals.hasArguments)
+            report_.warning(place(), "arguments of a literal are passed over");
+        for (Literal& literal : literals.literals) {
+            literal.place = place();
+            owner.literals.push_back(std::move(literal));
+        }
+        return;
+    }
+    std::variant<NoMember, Attribute, Operation> read = readMember(text, owner.name);
+    if (NoMember const* const none = std::get_if<NoMember>(&read)) {
+        if (none->isBroken)
+            report_.error(place(), none->reason);
+        else
+            report_.warning(place(), none->reason + CString(": ") + quoted(textOf(text)));
+    } else if (Attribute* const attribute = std::get_if<Attribute>(&read)) {
+        attribute->place = place();
+        owner.attributes.push_back(std::move(*attribute));
+    } else {
+        Operation& operation = std::get<Operation>(read);
+        operation.place = place();
+        owner.operations.push_back(std::move(operation));
+    }
+}
+
+// "Book : + title : String" adds to a class from outside.
+bool PumlReader::readShorthand(std::string_view text)
+{
+    PumlLine line(text);
+    std::optional<CString> const name = line.name();
+    if (!name || name->IsEmpty() || line.peek() != ':' || line.peek(1) == ':')
+        return false;
+    line.skip(1);
+    if (line.atEnd()) {
+        report_.error(place(), "a member needs a name");
+        return true;
+    }
+    Classifier* owner = model_.find(here(), *name);
+    if (!owner) {
+        CString id;
+        Package& package = packageFor(*name, true, id);
+        owner = &model_.add(package, id, id);
+        owner->place = place();
+    }
+    addMember(*owner, line.rest());
+    return true;
+}
+
+bool PumlReader::readRelationLine(std::string_view text)
+{
+    std::variant<RelationFault, Relation> read = readRelation(text);
+    if (Relation* const relation = std::get_if<Relation>(&read)) {
+        relation->place = place();
+        linker_.addRelation(here(), std::move(*relation));
+        return true;
+    }
+    switch (std::get<RelationFault>(read)) {
+    case RelationFault::isNone: return false;
+    case RelationFault::isUnknownArrow:
+        report_.warning(place(), CString("unknown arrow: passed over: ") + quoted(textOf(text)));
+        return true;
+    case RelationFault::isBroken: report_.error(place(), "the relation lacks an end or a quote"); return true;
+    }
+    return false;
+}
+
+}  // namespace modelgen

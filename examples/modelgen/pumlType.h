@@ -1,0 +1,31 @@
+// pumlType.h: reads a type as it stands in a class diagram.
+//
+//   readType("Map<String, Book[]>")      // Map of String and [] of Book
+//   readType("const Book*")              // * of a const Book
+//   readType("a line of prose")          // nothing
+#pragma once
+
+#include "examples/modelgen/model.h"
+
+#include <optional>
+#include <string_view>
+
+namespace modelgen {
+
+/// Nothing where the text is no type, or nests its arguments more than 16 deep. "String[0..1]" is an optional
+/// String, "String[4]" and "String[*]" are arrays. Words that C++ writes side by side ("unsigned long") make
+/// one name.
+std::optional<Type> readType(std::string_view text);
+
+/// The same for a list as it stands between '<' and '>'; nothing if any of them is no type.
+std::optional<std::vector<Type>> readTypes(std::string_view text);
+
+/// Whether a multiplicity ("0..1", "1", "1..*", "*", "n", "5"), with or without square brackets, allows several.
+/// Nothing if the text is none.
+struct Multiplicity {
+    bool isMany = false;
+    bool isOptional = false;
+};
+std::optional<Multiplicity> readMultiplicity(std::string_view text);
+
+}  // namespace modelgen
