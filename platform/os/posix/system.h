@@ -19,3 +19,4 @@
 
 #include "platform/os/posix/debugOutput.h"
 #include "platform/os/posix/messageTexts.h"
+#include "platform/os/posix/locale.h"
