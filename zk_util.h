@@ -21,6 +21,9 @@
 #include "platform/classlib/textTables.h"
 
 #include "text/SeperatorTables.h"
+#include "text/URLParams.h"
+#include "text/base64.h"
+#include "text/escapes.h"
 #include "text/miniParser.h"
 #include "text/Range.h"
 #include "text/regexpEngine.h"
