@@ -5,6 +5,9 @@
 
 #include "platform/os/os.h"
 
+#include "platform/classlib/AfxMessageBox.h"
+#include "platform/classlib/CException.h"
+#include "platform/classlib/CFileException.h"
 #include "platform/classlib/CObject.h"
 #include "platform/classlib/CString.h"
 #include "platform/classlib/CArray.h"

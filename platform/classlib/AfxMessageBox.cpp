@@ -1,0 +1,55 @@
+#include "platform/classlib/AfxMessageBox.h"
+
+#include "platform/classlib/CString.h"
+
+#include <atomic>
+
+namespace {
+
+constinit std::atomic<zk::MessageBoxPresenter*> presenterInForce = nullptr;
+
+UINT withIcon(UINT type)
+{
+    if (type & MB_ICONMASK)
+        return type;
+    switch (type & MB_TYPEMASK) {
+    case MB_OK:
+    case MB_OKCANCEL: return type | MB_ICONEXCLAMATION;
+    case MB_YESNO:
+    case MB_YESNOCANCEL: return type | MB_ICONQUESTION;
+    default: return type;
+    }
+}
+
+}  // namespace
+
+namespace zk {
+
+MessageBoxPresenter::~MessageBoxPresenter() = default;
+
+MessageBoxPresenter* installMessageBoxPresenter(MessageBoxPresenter* presenter) noexcept
+{
+    return presenterInForce.exchange(presenter);
+}
+
+int showMessageBox(char const* text, UINT type, UINT helpId)
+{
+    type = withIcon(type);
+    if (MessageBoxPresenter* const presenter = presenterInForce.load())
+        return presenter->present(text ? text : "", "", type, helpId);
+    return MessageBoxA(nullptr, text ? text : "", "", type | MB_TASKMODAL);
+}
+
+}  // namespace zk
+
+int AfxMessageBox(LPCSTR lpszText, UINT nType, UINT nIDHelp)
+{
+    return zk::showMessageBox(lpszText, nType, nIDHelp);
+}
+
+int AfxMessageBox(UINT nIDPrompt, UINT nType, UINT nIDHelp)
+{
+    CString text;
+    text.LoadString(nIDPrompt);
+    return AfxMessageBox(text, nType, nIDHelp == UINT(-1) ? nIDPrompt : nIDHelp);
+}
