@@ -23,6 +23,7 @@
 #include "platform/classlib/clock.h"
 #include "platform/classlib/textTables.h"
 
+#include "text/HyperLink.h"
 #include "text/SeperatorTables.h"
 #include "text/URLParams.h"
 #include "text/base64.h"

@@ -112,6 +112,13 @@ struct SYSTEMTIME {
 };
 using LPSYSTEMTIME = SYSTEMTIME*;
 
+/// A range of characters in a text with formats: from `cpMin` up to, not with, `cpMax`.
+struct _charrange {
+    LONG cpMin;
+    LONG cpMax;
+};
+using CHARRANGE = _charrange;
+
 struct POINT {
     LONG x;
     LONG y;

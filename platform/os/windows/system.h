@@ -12,6 +12,8 @@
 #endif
 #include <windows.h>
 
+#include <richedit.h>
+
 #include <ctime>
 #include <mbctype.h>
 #include <mbstring.h>
