@@ -118,18 +118,15 @@ CString::CString(char character, int repeat) : data_(local_)
     setLength(length);
 }
 
-CString& CString::operator=(CString const& other)
-{
-    return assign(other.data_, static_cast<std::size_t>(other.length_));
-}
-
 CString CString::concatenate(std::string_view left, std::string_view right)
 {
     CString sum;
     std::size_t const length = left.size() + right.size();
     if (length > static_cast<std::size_t>(localCapacity)) {
-        sum.data_ = allocate(length);
-        sum.capacity_ = static_cast<int>(length);
+        // A sum is often one of several: the next part finds room.
+        std::size_t const capacity = std::max(length, std::min(length + length / 2, maximalLength));
+        sum.data_ = allocate(capacity);
+        sum.capacity_ = static_cast<int>(capacity);
     }
     std::memcpy(sum.data_, left.data(), left.size());
     std::memcpy(sum.data_ + left.size(), right.data(), right.size());
@@ -191,11 +188,6 @@ void CString::FreeExtra()
 }
 
 // -- Comparing -------------------------------------------------------------------------
-
-int CString::compare(std::string_view text) const noexcept
-{
-    return signOf(view().compare(text));
-}
 
 int CString::compareNoCase(std::string_view text) const noexcept
 {
@@ -313,9 +305,7 @@ int CString::insert(int index, char const* text, std::size_t length)
         return length_;
     std::size_t const at = static_cast<std::size_t>(clamp(index, length_));
     std::size_t const tail = static_cast<std::size_t>(length_) - at;
-    std::less<char const*> const before;
-    bool const isOwnPart = !before(text, data_) && before(text, data_ + length_);
-    if (!isOwnPart && length <= static_cast<std::size_t>(capacity_ - length_)) {
+    if (!holds(text) && length <= static_cast<std::size_t>(capacity_ - length_)) {
         std::memmove(data_ + at + length, data_ + at, tail);
         std::memcpy(data_ + at, text, length);
         setLength(length_ + static_cast<int>(length));

@@ -129,10 +129,10 @@ public:
 
     /// Below, equal to or above 0 as this text stands before, is or stands after
     /// `text` in the order of unsigned bytes; a prefix stands before the longer text.
-    int Compare(char const* text) const noexcept { return compare({text, lengthOf(text)}); }
+    int Compare(char const* text) const noexcept { return compare(viewOf(text)); }
     int Compare(CString const& text) const noexcept { return compare(text.view()); }
     /// The same with ASCII letters compared as lower case.
-    int CompareNoCase(char const* text) const noexcept { return compareNoCase({text, lengthOf(text)}); }
+    int CompareNoCase(char const* text) const noexcept { return compareNoCase(viewOf(text)); }
     int CompareNoCase(CString const& text) const noexcept { return compareNoCase(text.view()); }
     /// The order of the C locale in force (setlocale), up to the first NUL.
     int Collate(char const* text) const noexcept;
@@ -402,8 +402,19 @@ private:
     }
     int insert(int index, char const* text, std::size_t length);
     int find(std::string_view text, int start) const noexcept;
+    bool holds(char const* text) const noexcept
+    {
+        std::less<char const*> const before;
+        return !before(text, data_) && before(text, data_ + length_);
+    }
     int replaceAll(std::string_view from, std::string_view to);
-    int compare(std::string_view text) const noexcept;
+    int replaceGrowing(std::string_view from, std::string_view to, std::size_t found);
+    int compare(std::string_view text) const noexcept
+    {
+        std::size_t const length = static_cast<std::size_t>(length_);
+        int const order = std::memcmp(data_, text.data(), length < text.size() ? length : text.size());
+        return order != 0 ? (order > 0) - (order < 0) : (length > text.size()) - (length < text.size());
+    }
     int compareNoCase(std::string_view text) const noexcept;
     void formatList(char const* format, zk::FormatArgument const* arguments, std::size_t count);
     void appendFormatList(char const* format, zk::FormatArgument const* arguments, std::size_t count);
@@ -426,6 +437,15 @@ inline CString::CString(CString const& other) : data_(local_)
     } else {
         construct(other.data_, static_cast<std::size_t>(other.length_));
     }
+}
+
+inline CString& CString::operator=(CString const& other)
+{
+    if (other.length_ > localCapacity)
+        return assign(other.data_, static_cast<std::size_t>(other.length_));
+    std::memmove(data_, other.data_, sizeof local_);
+    length_ = other.length_;
+    return *this;
 }
 
 inline CString& CString::operator=(CString&& other) noexcept

@@ -2,9 +2,44 @@
 #include "platform/classlib/CString.h"
 
 #include <algorithm>
-#include <climits>
 #include <cstring>
-#include <new>
+
+namespace {
+
+// What a replacement has made of a text.
+struct Replaced {
+    std::size_t length;
+    int count;
+};
+
+// Replaces in place by a text that is not longer; the first occurrence is at `found`.
+Replaced replaceInPlace(char* data, std::size_t length, std::string_view from, std::string_view to,
+                        std::size_t found) noexcept
+{
+    std::string_view const text(data, length);
+    char* out = data + found;
+    std::size_t copied = found;
+    int count = 0;
+    // What stands between two places moves down by what was saved so far.
+    auto const copyUpTo = [&](std::size_t end) {
+        std::size_t const piece = end - copied;
+        if (piece != 0 && out != data + copied)
+            std::memmove(out, data + copied, piece);
+        out += piece;
+    };
+    do {
+        copyUpTo(found);
+        std::memcpy(out, to.data(), to.size());
+        out += to.size();
+        copied = found + from.size();
+        found = text.find(from, copied);
+        ++count;
+    } while (found != std::string_view::npos);
+    copyUpTo(length);
+    return {static_cast<std::size_t>(out - data), count};
+}
+
+}  // namespace
 
 int CString::find(std::string_view text, int start) const noexcept
 {
@@ -77,33 +112,31 @@ int CString::replaceAll(std::string_view from, std::string_view to)
 {
     if (from.empty())
         return 0;
-    std::string_view const text = view();
-    std::size_t found = text.find(from);
+    std::size_t const found = view().find(from);
     if (found == std::string_view::npos)
         return 0;
+    // Text that does not grow is changed in place, unless that changes an argument too.
+    if (to.size() > from.size() || holds(from.data()) || holds(to.data()))
+        return replaceGrowing(from, to, found);
+    Replaced const replaced = replaceInPlace(data_, view().size(), from, to, found);
+    setLength(static_cast<int>(replaced.length));
+    return replaced.count;
+}
 
-    // Counted first: the result then takes one block, or none where it fits.
-    int count = 0;
-    std::size_t total = text.size();
-    for (std::size_t at = found; at != std::string_view::npos; at = text.find(from, at + from.size()))
-        ++count;
-    if (to.size() > from.size() &&
-        (to.size() - from.size()) > (INT_MAX - text.size()) / static_cast<std::size_t>(count))
-        throw std::bad_alloc();
-    total =
-        total + static_cast<std::size_t>(count) * to.size() - static_cast<std::size_t>(count) * from.size();
-
+int CString::replaceGrowing(std::string_view from, std::string_view to, std::size_t found)
+{
+    std::string_view const text = view();
     CString result;
-    char* out = result.GetBufferSetLength(static_cast<int>(total));
+    if (text.size() > static_cast<std::size_t>(localCapacity))
+        result.Preallocate(length_ / 4 * 5);  // room to grow; more is made where it is needed
     std::size_t copied = 0;
-    for (; found != std::string_view::npos; found = text.find(from, copied)) {
-        std::memcpy(out, text.data() + copied, found - copied);
-        out += found - copied;
-        std::memcpy(out, to.data(), to.size());
-        out += to.size();
+    int count = 0;
+    for (; found != std::string_view::npos; found = text.find(from, copied), ++count) {
+        result.append(text.data() + copied, found - copied);
+        result.append(to.data(), to.size());
         copied = found + from.size();
     }
-    std::memcpy(out, text.data() + copied, text.size() - copied);
+    result.append(text.data() + copied, text.size() - copied);
     *this = static_cast<CString&&>(result);
     return count;
 }

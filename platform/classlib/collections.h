@@ -46,12 +46,10 @@ private:
     std::string_view text_;
 };
 
-// Mixes all bits of a number into all bits of the result.
-inline std::uint64_t mixBits(std::uint64_t bits) noexcept
+// The 32 bits that depend on all of a number's.
+inline UINT hashNumber(std::uint64_t bits) noexcept
 {
-    bits = (bits ^ (bits >> 32)) * 0x9E3779B97F4A7C15u;
-    bits = (bits ^ (bits >> 29)) * 0xBF58476D1CE4E5B9u;
-    return bits ^ (bits >> 32);
+    return static_cast<UINT>((bits * 0x9E3779B97F4A7C15u) >> 32);
 }
 
 /// The hash of a text: the same on every target and in every run. Eight bytes per step.
@@ -77,7 +75,7 @@ inline UINT hashText(std::string_view text) noexcept
             std::uint64_t(static_cast<unsigned char>(at[left / 2])) << 8 |
             std::uint64_t(static_cast<unsigned char>(at[left - 1])) << 16;
     }
-    return static_cast<UINT>(mixBits(hash) >> 16);
+    return hashNumber(hash ^ (hash >> 32));
 }
 
 }  // namespace zk
@@ -95,11 +93,13 @@ UINT HashKey(ARG_KEY key)
     else if constexpr (std::is_same_v<Key, zk::TextArgument>)
         return zk::hashText(key);
     else if constexpr (std::is_pointer_v<Key>)
-        return static_cast<UINT>(zk::mixBits(reinterpret_cast<std::uintptr_t>(key)));
+        return zk::hashNumber(reinterpret_cast<std::uintptr_t>(key));
+    else if constexpr ((std::is_integral_v<Key> || std::is_enum_v<Key>)&&sizeof(Key) <= sizeof(UINT))
+        return static_cast<UINT>(key);  // a map spreads small numbers itself
     else if constexpr (std::is_integral_v<Key> || std::is_enum_v<Key>)
-        return static_cast<UINT>(zk::mixBits(static_cast<std::uint64_t>(key)));
+        return zk::hashNumber(static_cast<std::uint64_t>(key));
     else
-        return static_cast<UINT>(zk::mixBits(std::hash<Key>()(key)));
+        return zk::hashNumber(std::hash<Key>()(key));
 }
 
 /// Whether an element is the one looked for: by operator==.
