@@ -45,12 +45,10 @@ bool startsWith(char const* text, TextNeedle const& needle)
 #if ZK_VECTOR_SEARCH
 
 constexpr std::uintptr_t blockSize = 16;
+constexpr std::uintptr_t pageSize = 4096;
 
-bool haveVectors()
-{
-    static bool const have = __builtin_cpu_supports("ssse3");
-    return have;
-}
+// Before this is initialised, searches go byte by byte: slower, with the same result.
+bool const haveVectors = __builtin_cpu_supports("ssse3");
 
 char const* blockAround(char const* p)
 {
@@ -65,6 +63,11 @@ unsigned lowestBit(unsigned mask)
 ZK_BLOCK_READER inline __m128i loadBlock(char const* p)
 {
     return _mm_load_si128(reinterpret_cast<__m128i const*>(p));
+}
+
+ZK_BLOCK_READER inline __m128i loadAnywhere(char const* p)
+{
+    return _mm_loadu_si128(reinterpret_cast<__m128i const*>(p));
 }
 
 ZK_BLOCK_READER inline __m128i loadTable(std::uint8_t const* table)
@@ -87,17 +90,31 @@ ZK_BLOCK_READER inline __m128i outside(__m128i bytes, __m128i lowRows, __m128i h
     return _mm_cmpeq_epi8(_mm_and_si128(rows, _mm_shuffle_epi8(bits, column)), _mm_setzero_si128());
 }
 
+ZK_BLOCK_READER inline unsigned membersIn(__m128i bytes, __m128i lowRows, __m128i highRows)
+{
+    return ~bitsOf(outside(bytes, lowRows, highRows)) & 0xFFFFu;
+}
+
 ZK_BLOCK_READER char const* findInSetBlockwise(char const* text, ByteTable const& set)
 {
     __m128i const lowRows = loadTable(set.rows);
     __m128i const highRows = loadTable(set.rows + 16);
     char const* block = blockAround(text);
-    unsigned found =
-        ~bitsOf(outside(loadBlock(block), lowRows, highRows)) & 0xFFFFu & (~0u << (text - block));
-    while (!found) {
-        block += blockSize;
-        found = ~bitsOf(outside(loadBlock(block), lowRows, highRows)) & 0xFFFFu;
+    unsigned found;
+    // The first bytes of the text at once, unless that reads into the next page: most searches end there.
+    if ((reinterpret_cast<std::uintptr_t>(text) & (pageSize - 1)) <= pageSize - blockSize) {
+        found = membersIn(loadAnywhere(text), lowRows, highRows);
+        if (found)
+            return text + lowestBit(found);
+    } else {
+        found = membersIn(loadBlock(block), lowRows, highRows) & (~0u << (text - block));
+        if (found)
+            return block + lowestBit(found);
     }
+    do {
+        block += blockSize;
+        found = membersIn(loadBlock(block), lowRows, highRows);
+    } while (!found);
     return block + lowestBit(found);
 }
 
@@ -213,7 +230,7 @@ void ByteTable::assign(ByteSet const& bytes)
 char const* findInSet(char const* text, ByteTable const& set)
 {
 #if ZK_VECTOR_SEARCH
-    if (haveVectors())
+    if (haveVectors)
         return findInSetBlockwise(text, set);
 #endif
     return findInSetBytewise(text, set);
@@ -237,7 +254,7 @@ TextNeedle makeNeedle(char const* text, std::size_t length)
 char const* findText(char const* text, TextNeedle const& needle)
 {
 #if ZK_VECTOR_SEARCH
-    if (haveVectors()) {
+    if (haveVectors) {
         switch (needle.length) {
         case 1: return std::strchr(text, *needle.text);
         case 2: return findTextBlockwise<2>(text, needle);
@@ -273,7 +290,7 @@ void PrefixFilter::allowAll(int position, int bucket)
 char const* findPrefix(char const* text, PrefixFilter const& filter)
 {
 #if ZK_VECTOR_SEARCH
-    if (haveVectors())
+    if (haveVectors)
         return findPrefixBlockwise(text, filter);
 #endif
     auto const at = [&](int position, char c) {

@@ -77,7 +77,7 @@ RegexpOutcome RegexpRunner::search()
     case RegexpSearch::firstBytes:
         for (;; ++start) {
             // Often the next one is near.
-            for (int i = 0; i < 4 && !plan_.start.has(*start); ++i)
+            for (int i = 0; i < 2 && !plan_.start.has(*start); ++i)
                 ++start;
             if (!plan_.start.has(*start))
                 start = findInSet(start, plan_.startTable);
@@ -144,11 +144,7 @@ bool RegexpRunner::searchAround()
 char const* RegexpRunner::runEnd(RegexpStep const& step, char const* input)
 {
     ByteTable const& stop = sets_[step.set];
-    for (int i = 0; i < 6; ++i, ++input) {
-        if (stop.has(*input))
-            return input;
-    }
-    return findInSet(input, stop);
+    return stop.has(*input) ? input : findInSet(input + 1, stop);
 }
 
 // Takes the run that starts at `input`; false if there is none. The shorter
@@ -182,7 +178,7 @@ bool RegexpRunner::enterRun(RegexpStep const& step, char const* input, char cons
     ByteSet const& follow = firsts_[step.next];
     if (step.exclusive) {
         end = longest;
-        return follow.has(*longest);
+        return true;
     }
     while (longest > least && !follow.has(*longest))
         --longest;
@@ -346,13 +342,12 @@ void RegexpRunner::clearSlots()
 // Hands the groups to the record.
 void RegexpRunner::store()
 {
-    static_assert(offsetof(regexp, endp) == sizeof regexp::startp &&
-                  offsetof(regexp, regstart) == 2 * sizeof regexp::startp);
-    std::memset(static_cast<void*>(&expression_), 0, offsetof(regexp, regstart));
     for (int group = 0; group < plan_.groupCount; ++group) {
         expression_.startp[group] = const_cast<char*>(slots_[group]);
         expression_.endp[group] = const_cast<char*>(slots_[NSUBEXP + group]);
     }
+    for (int group = plan_.groupCount; group < NSUBEXP; ++group)
+        expression_.startp[group] = expression_.endp[group] = nullptr;
 }
 
 }  // namespace zk

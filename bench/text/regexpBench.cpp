@@ -4,6 +4,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -21,7 +22,7 @@
 namespace {
 
 // Each engine: made from a pattern; find() gives the end of the first match
-// from `text` on, or null, and start() where it starts.
+// from `text` on, or null, and failed() whether it has given up on one.
 
 class Ours {
 public:
@@ -33,7 +34,7 @@ public:
     {
         return regexec(expression_, text) ? expression_->endp[0] : nullptr;
     }
-    char const* start() const { return expression_->startp[0]; }
+    bool failed() const { return false; }
 
 private:
     regexp* expression_;
@@ -55,28 +56,38 @@ public:
         if (compiled)
             pcre2_jit_compile(code_, PCRE2_JIT_COMPLETE);
         data_ = pcre2_match_data_create_from_pattern(code_, nullptr);
+        context_ = pcre2_match_context_create(nullptr);
+        pcre2_set_match_limit(context_, 50000000);
+        if (compiled) {
+            stack_ = pcre2_jit_stack_create(32 << 10, 64 << 20, nullptr);
+            pcre2_jit_stack_assign(context_, nullptr, stack_);
+        }
     }
     ~Pcre2()
     {
+        pcre2_jit_stack_free(stack_);
+        pcre2_match_context_free(context_);
         pcre2_match_data_free(data_);
         pcre2_code_free(code_);
     }
     char const* find(char const* text, char const* end)
     {
-        text_ = text;
         PCRE2_SPTR const subject = reinterpret_cast<PCRE2_SPTR>(text);
         std::size_t const length = static_cast<std::size_t>(end - text);
         int const found = compiled
-            ? pcre2_jit_match(code_, subject, length, 0, 0, data_, nullptr)
-            : pcre2_match(code_, subject, length, 0, PCRE2_NO_UTF_CHECK, data_, nullptr);
+            ? pcre2_jit_match(code_, subject, length, 0, 0, data_, context_)
+            : pcre2_match(code_, subject, length, 0, PCRE2_NO_UTF_CHECK, data_, context_);
+        failed_ = failed_ || (found < 0 && found != PCRE2_ERROR_NOMATCH);
         return found > 0 ? text + pcre2_get_ovector_pointer(data_)[1] : nullptr;
     }
-    char const* start() const { return text_ + pcre2_get_ovector_pointer(data_)[0]; }
+    bool failed() const { return failed_; }
 
 private:
     pcre2_code* code_;
     pcre2_match_data* data_;
-    char const* text_ = nullptr;
+    pcre2_match_context* context_;
+    pcre2_jit_stack* stack_ = nullptr;
+    bool failed_ = false;
 };
 
 #endif
@@ -97,7 +108,6 @@ public:
             return nullptr;
         }
     }
-    char const* start() const { return match_[0].first; }
     bool failed() const { return failed_; }
 
 private:
@@ -206,21 +216,27 @@ void addAll()
     for (Row const& row : searches)
         add(row.what, countInText<Engine>, row.pattern);
 
-    static constexpr char fields[] = "^([^:]*):([^:]*):(.*)$";
-    add("split lines into fields",
-        [](benchmark::State& state) { matchLines<Engine>(state, fields, fieldLines()); });
-    add("loop without its end",
-        [](benchmark::State& state) { matchLines<Engine>(state, "(a|b|c|d)*z", linesOfFourLetters()); });
-    add("loop without its ends",
-        [](benchmark::State& state) { matchLines<Engine>(state, "(a|b|c|d)*[yz]", linesOfFourLetters()); });
-    add("loop with an ambiguous body", [](benchmark::State& state) {
-        matchLines<Engine>(state, "(a|b|ab|c|d)*([a-d]x|[a-d][a-d][^a-d])", linesOfFourLetters());
-    });
+    // A peer that gives up has no time to compare.
+    auto const addLines = [&](std::string const& what, char const* pattern,
+                              std::vector<std::string> const& lines) {
+        Engine engine(pattern);
+        for (std::string const& line : lines) {
+            engine.find(line.c_str(), line.c_str() + line.size());
+            if (engine.failed()) {
+                std::fprintf(stderr, "%s: %s gives up, left out\n", what.c_str(), Engine::name);
+                return;
+            }
+        }
+        add(what, [pattern, &lines](benchmark::State& state) { matchLines<Engine>(state, pattern, lines); });
+    };
+    addLines("split lines into fields", "^([^:]*):([^:]*):(.*)$", fieldLines());
+    addLines("loop without its end", "(a|b|c|d)*z", linesOfFourLetters());
+    addLines("loop without its ends", "(a|b|c|d)*[yz]", linesOfFourLetters());
+    addLines("loop with an ambiguous body", "(a|b|ab|c|d)*([a-d]x|[a-d][a-d][^a-d])", linesOfFourLetters());
 
     add("compile 50 characters", compile<Engine>, "^([A-Za-z_]+)[ ]*=[ ]*(\"[^\"]*\"|[0-9]+|true|fals)");
     static std::vector<std::string> const assignment{"  width = 1024; // pixels"};
-    add("two groups in 24 characters",
-        [](benchmark::State& state) { matchLines<Engine>(state, "([a-z]+) *= *([0-9]+)", assignment); });
+    addLines("two groups in 24 characters", "([a-z]+) *= *([0-9]+)", assignment);
 }
 
 [[maybe_unused]] bool const registered = [] {
