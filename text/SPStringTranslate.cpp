@@ -1,0 +1,161 @@
+// SPString::tr: replaces characters by characters.
+#include "text/SPString.h"
+#include "text/options.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+
+namespace {
+
+unsigned char byteOf(char c)
+{
+    return static_cast<unsigned char>(c);
+}
+
+// The characters that are looked for, each with its number, from 1 on in the order of `from`.
+class SearchList {
+public:
+    explicit SearchList(char const* from)
+    {
+        int last = 0;
+        for (char const* at = from; *at != '\0'; ++at) {
+            if (*at != '-' || at == from) {
+                last = byteOf(*at);
+                numbers_[last] = ++count_;
+            } else {
+                int const upper = byteOf(at[1]);
+                for (int c = last + 1; c <= upper; ++c)
+                    numbers_[c] = ++count_;
+                last = 0;
+                if (upper == 0)
+                    break;
+                ++at;
+            }
+        }
+    }
+
+    // 0 for a character that is not looked for.
+    int number(int c) const { return numbers_[c]; }
+    int count() const { return count_; }
+
+private:
+    int numbers_[256] = {};
+    int count_ = 0;
+};
+
+// The characters that come in their place. The lower bound of a range is found by its place in the
+// source, not at the end of what was expanded so far.
+std::string replacementList(char const* to)
+{
+    std::string list;
+    for (std::size_t i = 0; to[i] != '\0'; ++i) {
+        if (to[i] != '-' || i == 0) {
+            list += to[i];
+            continue;
+        }
+        int const upper = byteOf(to[i + 1]);
+        if (i - 1 < list.size())
+            for (int c = byteOf(list[i - 1]) + 1; c <= upper; ++c)
+                list += static_cast<char>(c);
+        if (upper == 0)
+            break;
+        ++i;
+    }
+    return list;
+}
+
+// What becomes of each character: one table entry says all.
+class Translation {
+public:
+    Translation(char const* from, char const* to, char const* opts)
+    {
+        bool const complement = zk::hasOption(opts, 'c');
+        bool const deletes = zk::hasOption(opts, 'd');
+        squeezes_ = zk::hasOption(opts, 's');
+        SearchList const wanted(from);
+        std::string list = replacementList(to);
+        if (!deletes && !list.empty() && list.size() < static_cast<std::size_t>(wanted.count()))
+            list.resize(static_cast<std::size_t>(wanted.count()), list.back());
+
+        for (int c = 1; c < 256; ++c) {
+            int const number = wanted.number(c);
+            if ((number != 0) == complement) {
+                table_[c] = static_cast<Entry>(c);
+                continue;
+            }
+            std::size_t const place = complement ? list.size() - 1 : static_cast<std::size_t>(number - 1);
+            bool const hasCounterpart = !list.empty() && place < list.size() && !(complement && deletes);
+            if (hasCounterpart)
+                table_[c] = static_cast<Entry>(found | byteOf(list[place]));
+            else if (list.empty() && !deletes)
+                table_[c] = static_cast<Entry>(found | c);
+            else
+                table_[c] = found | dropped;
+            drops_ = drops_ || (table_[c] & dropped);
+        }
+    }
+
+    // Translates `length` characters in place. Sets `length` to how many there are then, and gives how
+    // many were found.
+    std::size_t apply(char* text, std::size_t& length) const
+    {
+        if (!drops_ && !squeezes_)
+            return replace(text, length);
+        std::size_t count = 0;
+        std::size_t out = 0;
+        for (std::size_t i = 0; i < length; ++i) {
+            unsigned const entry = table_[byteOf(text[i])];
+            char const c = static_cast<char>(entry & character);
+            bool const isFound = entry & found;
+            count += isFound;
+            bool const repeats = squeezes_ && isFound && out > 0 && text[out - 1] == c;
+            text[out] = c;
+            out += !(entry & dropped) && !repeats;
+        }
+        length = out;
+        return count;
+    }
+
+private:
+    using Entry = unsigned short;
+    static constexpr Entry character = 0xFF;
+    static constexpr Entry found = 0x100;
+    static constexpr Entry dropped = 0x200;
+
+    std::size_t replace(char* text, std::size_t length) const
+    {
+        std::size_t count = 0;
+        for (std::size_t i = 0; i < length; ++i) {
+            unsigned const entry = table_[byteOf(text[i])];
+            text[i] = static_cast<char>(entry & character);
+            count += entry >> 8;
+        }
+        return count;
+    }
+
+    Entry table_[256] = {};
+    bool squeezes_;
+    bool drops_ = false;
+};
+
+}  // namespace
+
+int SPString::tr(char const* from, char const* to, char const* opts)
+{
+    if (length() == 0 || !from || *from == '\0')
+        return 0;
+    // The arguments are read before the text changes: they may be a part of it.
+    Translation const translation(from, to ? to : "", opts);
+    std::size_t translated = length();
+    std::size_t const count = translation.apply(text_.text_, translated);
+    text_.text_[translated] = '\0';
+    text_.length_ = translated;
+    if (text_.allocated_ <= translated + 1) {
+        // The text as if built in a buffer of its own, which grew in steps of 32.
+        constexpr std::size_t step = VarString::defaultSize;
+        text_.enlarge(translated / step * step + step, translated);
+        text_.step_ = step;
+    }
+    return static_cast<int>(count);
+}
