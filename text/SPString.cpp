@@ -178,7 +178,7 @@ SPString::substring& SPString::substring::operator=(substring const& other)
 // Where the window's characters are now, also if the string was changed in the meantime.
 char const* SPString::substring::text() const noexcept
 {
-    return str_ + std::min(pos_, str_.length());
+    return str_.text_.text_ + std::min(pos_, str_.length());
 }
 
 std::size_t SPString::substring::length() const noexcept
