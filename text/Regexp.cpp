@@ -1,6 +1,8 @@
 #include "text/Regexp.h"
 
 #include "platform/classlib/CString.h"
+#include "text/regexpCompiler.h"
+#include "text/regexpPlan.h"
 
 #include <cctype>
 #include <cstdlib>
@@ -31,11 +33,21 @@ std::string lowerCased(char const* text)
     return result;
 }
 
+regexp* compiled(char const* pattern, bool withoutCase)
+{
+    if (!withoutCase || !pattern)
+        return regcomp(pattern);
+    zk::CaseFolding const folding = zk::CaseFolding::ofLocale();
+    RegexpFault fault;
+    regexp* const result = zk::compileRegexp(lowerCased(pattern).c_str(), fault, std::malloc, &folding);
+    if (!result)
+        regerror(fault.message);
+    return result;
+}
+
 }  // namespace
 
-Regexp::Regexp(char const* pat, int iflg)
-    : program_(iflg == 1 && pat ? regcomp(lowerCased(pat).c_str()) : regcomp(pat)), target_(nullptr),
-      iflg_(iflg)
+Regexp::Regexp(char const* pat, int iflg) : program_(compiled(pat, iflg == 1)), target_(nullptr), iflg_(iflg)
 {
     if (program_)
         return;
@@ -68,6 +80,10 @@ int Regexp::match(char const* subject)
     target_ = subject;
     if (iflg_ != 1 || !subject || !program_)
         return regexec(program_, subject);
+
+    RegexpOutcome outcome;
+    if (zk::matchFolded(*program_, subject, outcome))
+        return outcome == RegexpOutcome::match ? 1 : 0;
 
     std::string const lowered = lowerCased(subject);
     int const matched = regexec(program_, lowered.c_str());

@@ -83,6 +83,13 @@ struct ByteTable {
         row = static_cast<std::uint8_t>(row | 1u << ((byte >> 4) & 7u));
         set.add(c);
     }
+    void remove(char c)
+    {
+        unsigned char const byte = static_cast<unsigned char>(c);
+        std::uint8_t& row = rows[(byte & 15u) | (byte >> 7) << 4];
+        row = static_cast<std::uint8_t>(row & ~(1u << ((byte >> 4) & 7u)));
+        set.remove(c);
+    }
     void invert()
     {
         set.invert();

@@ -366,7 +366,8 @@ void RegexpCompiler::linkOperandTail(Node branch, Node target)
         linkTail(branch + nodeSize, target);
 }
 
-regexp* compileRegexp(char const* expression, RegexpFault& fault, RegexpAllocator allocate)
+regexp* compileRegexp(char const* expression, RegexpFault& fault, RegexpAllocator allocate,
+                      CaseFolding const* folding)
 {
     if (!expression) {
         fault = {"NULL argument", 0};
@@ -392,7 +393,7 @@ regexp* compileRegexp(char const* expression, RegexpFault& fault, RegexpAllocato
     RegexpCompiler writing(expression, result->program);
     writing.run();
     setHints(*result, writing.flags());
-    makePlan(*result, counting.size(), counting.nodes(), counting.sets());
+    makePlan(*result, counting.size(), counting.nodes(), counting.sets(), folding);
     return result;
 }
 

@@ -72,9 +72,14 @@ private:
     RegexpFault fault_;
 };
 
+struct CaseFolding;
+
 using RegexpAllocator = void* (*)(std::size_t);
 
 /// What both forms of regcomp do; the block comes from `allocate`.
-regexp* compileRegexp(char const* expression, RegexpFault& fault, RegexpAllocator allocate);
+///
+/// With a `folding` the plan matches as if the text were lower-cased; `expression` is lower-cased already.
+regexp* compileRegexp(char const* expression, RegexpFault& fault, RegexpAllocator allocate,
+                      CaseFolding const* folding = nullptr);
 
 }  // namespace zk

@@ -15,18 +15,38 @@ void clearGroups(regexp& expression)
     std::memset(expression.endp, 0, sizeof expression.endp);
 }
 
+// Whether the text, lower-cased, holds `wanted`.
+bool holdsFolded(char const* text, char const* wanted, unsigned char const* lower)
+{
+    for (;; ++text) {
+        std::size_t same = 0;
+        while (wanted[same] != '\0' &&
+               static_cast<char>(lower[static_cast<unsigned char>(text[same])]) == wanted[same])
+            ++same;
+        if (wanted[same] == '\0')
+            return true;
+        if (*text == '\0')
+            return false;
+    }
+}
+
 // Whether a search without success has tried a position at all. If not, it has
 // left the groups of the match before it alone.
 bool hasTried(regexp const& expression, zk::RegexpPlan const& plan, zk::RegexpRunner const& runner,
               char const* text)
 {
+    auto const holds = [&](char const* wanted) {
+        return plan.foldsCase ? holdsFolded(text, wanted, plan.lower())
+                              : std::strstr(text, wanted) != nullptr;
+    };
     if (expression.regmust) {
         bool const looked =
             plan.search == zk::RegexpSearch::literal && plan.needle.text == expression.regmust;
-        if (looked ? runner.literalIsMissing() : !std::strstr(text, expression.regmust))
+        if (looked ? runner.literalIsMissing() : !holds(expression.regmust))
             return false;
     }
-    return expression.reganch || !expression.regstart || std::strchr(text, expression.regstart);
+    char const first[] = {expression.regstart, '\0'};
+    return expression.reganch || !expression.regstart || holds(first);
 }
 
 RegexpOutcome matchWith(zk::RegexpPlan const& plan, regexp& expression, char const* text,
@@ -48,6 +68,21 @@ RegexpOutcome walk(regexp& expression, char const* text, std::uint64_t stepLimit
 
 }  // namespace
 
+namespace zk {
+
+bool matchFolded(regexp& expression, char const* text, RegexpOutcome& outcome)
+{
+    if (static_cast<unsigned char>(*static_cast<char const*>(expression.program)) != regexpMagic)
+        return false;
+    RegexpPlan const* const plan = planOf(expression);
+    if (!plan || !plan->foldsCase || plan->locale != CaseFolding::localeNow())
+        return false;
+    outcome = matchWith(*plan, expression, text, UINT64_MAX);
+    return true;
+}
+
+}  // namespace zk
+
 RegexpOutcome regexec(regexp* prog, char const* string, std::uint64_t stepLimit)
 {
     if (!prog || !string) {
@@ -59,8 +94,8 @@ RegexpOutcome regexec(regexp* prog, char const* string, std::uint64_t stepLimit)
         return RegexpOutcome::noMatch;
     }
     zk::RegexpPlan const* const plan = zk::planOf(*prog);
-    RegexpOutcome const outcome =
-        plan ? matchWith(*plan, *prog, string, stepLimit) : walk(*prog, string, stepLimit);
+    RegexpOutcome const outcome = plan && !plan->foldsCase ? matchWith(*plan, *prog, string, stepLimit)
+                                                           : walk(*prog, string, stepLimit);
     if (outcome == RegexpOutcome::outOfSteps)
         clearGroups(*prog);
     return outcome;

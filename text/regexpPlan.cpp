@@ -33,7 +33,8 @@ std::uint32_t markOf(regexp const& expression, std::size_t programSize)
 
 class PlanMaker {
 public:
-    PlanMaker(regexp& expression, std::size_t programSize, std::size_t nodes, std::size_t sets);
+    PlanMaker(regexp& expression, std::size_t programSize, std::size_t nodes, std::size_t sets,
+              CaseFolding const* folding);
     void run();
 
 private:
@@ -50,6 +51,8 @@ private:
     std::uint16_t addSet(char const* node);
     std::uint16_t addStopSet(char const* node);
     ByteSet membersOf(RegexpStep const& step) const;
+    void addByte(char c, ByteSet& bytes) const;
+    bool hasCase(RegexpStep const& step) const;
     void resolveJumps();
     void findFirstBytes();
     bool firstBytesOf(RegexpStep const& step, ByteSet& result) const;
@@ -76,13 +79,16 @@ private:
     ByteSet* firsts_;
     ByteTable* sets_;
     RegexpStep* steps_;
-    std::uint16_t* numberAt_;  // of the node at an offset in the program
+    std::uint16_t* numberAt_;     // of the node at an offset in the program
+    CaseFolding const* folding_;  // or null
     bool hasLoops_ = false;
 };
 
-PlanMaker::PlanMaker(regexp& expression, std::size_t programSize, std::size_t nodes, std::size_t sets)
+PlanMaker::PlanMaker(regexp& expression, std::size_t programSize, std::size_t nodes, std::size_t sets,
+                     CaseFolding const* folding)
     : expression_(expression), program_(expression.program), programSize_(programSize),
-      plan_(*reinterpret_cast<RegexpPlan*>(reinterpret_cast<char*>(&expression) + planOffset(programSize)))
+      plan_(*reinterpret_cast<RegexpPlan*>(reinterpret_cast<char*>(&expression) + planOffset(programSize))),
+      folding_(folding)
 {
     plan_ = RegexpPlan();
     plan_.programSize = static_cast<std::uint32_t>(programSize);
@@ -93,7 +99,12 @@ PlanMaker::PlanMaker(regexp& expression, std::size_t programSize, std::size_t no
     steps_ = const_cast<RegexpStep*>(plan_.steps());
     char* const copy = const_cast<char*>(plan_.programCopy());
     std::memcpy(copy, program_, programSize);
-    numberAt_ = reinterpret_cast<std::uint16_t*>(copy + (programSize + 1) / 2 * 2);
+    if (folding) {
+        std::memcpy(copy + programSize, folding->lower, sizeof folding->lower);
+        plan_.foldsCase = true;
+        plan_.locale = folding->locale;
+    }
+    numberAt_ = reinterpret_cast<std::uint16_t*>(copy + (programSize + sizeof folding->lower + 1) / 2 * 2);
 }
 
 void PlanMaker::run()
@@ -171,6 +182,8 @@ void PlanMaker::makeStep(std::size_t offset, RegexpStep& step)
         step.length = static_cast<std::uint16_t>(std::strlen(operandOf(node)));
         step.kind = step.length == 1 ? RegexpStep::character : RegexpStep::text;
         step.byte = *operandOf(node);
+        if (folding_ && hasCase(step))
+            step.kind = step.length == 1 ? RegexpStep::foldedCharacter : RegexpStep::foldedText;
         break;
     case opStar:
     case opPlus: {
@@ -214,6 +227,8 @@ std::uint16_t PlanMaker::addSet(char const* node)
         set.invert();
         set.remove('\0');
     }
+    if (folding_)
+        folding_->fold(set);
     return plan_.setCount++;
 }
 
@@ -236,7 +251,26 @@ std::uint16_t PlanMaker::addStopSet(char const* node)
         else
             stop.invert();
     }
+    if (folding_)
+        folding_->fold(stop);
     return plan_.setCount++;
+}
+
+// Adds the bytes of a text that a byte of the program stands for.
+void PlanMaker::addByte(char c, ByteSet& bytes) const
+{
+    if (folding_)
+        folding_->addVariants(c, bytes);
+    else
+        bytes.add(c);
+}
+
+bool PlanMaker::hasCase(RegexpStep const& step) const
+{
+    bool result = false;
+    for (std::size_t i = 0; i < step.length; ++i)
+        result = result || folding_->hasVariants(program_[step.operand + i]);
+    return result;
 }
 
 // What a step that takes single characters may take.
@@ -246,8 +280,8 @@ ByteSet PlanMaker::membersOf(RegexpStep const& step) const
     if (step.kind == RegexpStep::anyByte) {
         members.fill();
         members.remove('\0');
-    } else if (step.kind == RegexpStep::character) {
-        members.add(step.byte);
+    } else if (step.kind == RegexpStep::character || step.kind == RegexpStep::foldedCharacter) {
+        addByte(step.byte, members);
     } else {
         members = sets_[step.set].set;
         if (step.kind == RegexpStep::run)
@@ -287,6 +321,8 @@ bool PlanMaker::firstBytesOf(RegexpStep const& step, ByteSet& result) const
     case RegexpStep::endOfText: result.add('\0'); break;
     case RegexpStep::character:
     case RegexpStep::text: result.add(step.byte); break;
+    case RegexpStep::foldedCharacter:
+    case RegexpStep::foldedText: addByte(step.byte, result); break;
     case RegexpStep::anyByte:
     case RegexpStep::byteOf: result.add(membersOf(step)); break;
     case RegexpStep::run:
@@ -370,8 +406,10 @@ void PlanMaker::addConsumed(RegexpStep const& step, ByteSet& bytes) const
     switch (step.kind) {
     case RegexpStep::character:
     case RegexpStep::text:
+    case RegexpStep::foldedCharacter:
+    case RegexpStep::foldedText:
         for (std::size_t i = 0; i < step.length; ++i)
-            bytes.add(program_[step.operand + i]);
+            addByte(program_[step.operand + i], bytes);
         break;
     case RegexpStep::anyByte:
     case RegexpStep::byteOf:
@@ -430,7 +468,10 @@ void PlanMaker::chooseRequired(double& best)
         std::size_t next = nextOffset(offset);
         switch (opcodeOf(node)) {
         case opExactly:
-            considerLiteral(step);
+            if (step.kind == RegexpStep::foldedCharacter)
+                considerSet(step);
+            else if (step.kind != RegexpStep::foldedText)
+                considerLiteral(step);
             addConsumed(step, before);
             least += step.length;
             break;
@@ -478,8 +519,10 @@ PlanMaker::Prefix PlanMaker::prefixFrom(std::uint16_t index) const
         case RegexpStep::save: index = step.next; continue;
         case RegexpStep::character:
         case RegexpStep::text:
+        case RegexpStep::foldedCharacter:
+        case RegexpStep::foldedText:
             for (std::size_t i = 0; i < step.length && result.depth < positions; ++i)
-                result.at[result.depth++].add(program_[step.operand + i]);
+                addByte(program_[step.operand + i], result.at[result.depth++]);
             index = step.next;
             continue;
         case RegexpStep::anyByte:
@@ -537,14 +580,16 @@ void PlanMaker::choosePrefix(double& best, std::uint16_t leading)
 
 std::size_t regexpBlockSize(std::size_t programSize, std::size_t nodes, std::size_t sets)
 {
-    // The last part is PlanMaker::numberAt_.
+    // The last parts are the table of lower case and PlanMaker::numberAt_.
     return planOffset(programSize) + sizeof(RegexpPlan) + nodes * (sizeof(ByteSet) + sizeof(RegexpStep)) +
-        sets * sizeof(ByteTable) + (programSize + 1) / 2 * 2 + programSize * sizeof(std::uint16_t);
+        sets * sizeof(ByteTable) + (programSize + sizeof CaseFolding::lower + 1) / 2 * 2 +
+        programSize * sizeof(std::uint16_t);
 }
 
-void makePlan(regexp& expression, std::size_t programSize, std::size_t nodes, std::size_t sets)
+void makePlan(regexp& expression, std::size_t programSize, std::size_t nodes, std::size_t sets,
+              CaseFolding const* folding)
 {
-    PlanMaker(expression, programSize, nodes, sets).run();
+    PlanMaker(expression, programSize, nodes, sets, folding).run();
 }
 
 std::size_t sealedSize(regexp const& expression)

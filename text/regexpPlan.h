@@ -2,7 +2,7 @@
 //
 // The plan stands behind the program in the block that regcomp makes:
 //
-//   regexp | program | RegexpPlan | sets of first bytes | other sets | steps | copy of the program
+//   regexp | program | RegexpPlan | sets of first bytes | other sets | steps | copy of the program | ...
 //
 // It says the same as the program, so it may only be used while the program is
 // what it was made from. Two marks see to that. The record's seal is bound to
@@ -12,6 +12,7 @@
 #pragma once
 
 #include "text/byteSearch.h"
+#include "text/caseFolding.h"
 #include "text/regexpProgram.h"
 
 namespace zk {
@@ -22,8 +23,10 @@ struct RegexpStep {
         end,
         startOfText,
         endOfText,
-        character,  // `byte`
-        text,       // `length` bytes at `operand` of the program
+        character,        // `byte`
+        text,             // `length` bytes at `operand` of the program
+        foldedCharacter,  // as character, but for the folded text
+        foldedText,       // as text, likewise
         anyByte,
         byteOf,  // a member of `set`
         save,    // `slot`: startp of group n is n, endp NSUBEXP + n
@@ -71,6 +74,8 @@ struct RegexpPlan {
     std::uint16_t firstStep;
     std::uint16_t groupCount;  // with the whole match
     std::uint16_t setCount;
+    bool foldsCase;        // matches texts as if they were lower-cased
+    std::uint64_t locale;  // for which it does
 
     std::uint32_t leastBefore;  // of the match, before the needle or the required byte
     TextNeedle needle;
@@ -84,16 +89,31 @@ struct RegexpPlan {
     ByteTable const* sets() const { return reinterpret_cast<ByteTable const*>(firsts() + stepCount); }
     RegexpStep const* steps() const { return reinterpret_cast<RegexpStep const*>(sets() + setCount); }
     char const* programCopy() const { return reinterpret_cast<char const*>(steps() + stepCount); }
+
+    /// The lower form of each byte, if the plan folds case.
+    unsigned char const* lower() const
+    {
+        return reinterpret_cast<unsigned char const*>(programCopy()) + programSize;
+    }
 };
 
 /// The bytes of a block for a program of this size, with so many nodes, and so many runs and sets among them.
 std::size_t regexpBlockSize(std::size_t programSize, std::size_t nodes, std::size_t sets);
 
 /// Makes the plan behind the finished program, and the seal.
-void makePlan(regexp& expression, std::size_t programSize, std::size_t nodes, std::size_t sets);
+///
+/// With a `folding` it matches as if the text were lower-cased; the program is then of a lower-cased expression.
+void makePlan(regexp& expression, std::size_t programSize, std::size_t nodes, std::size_t sets,
+              CaseFolding const* folding);
 
 /// The plan behind the program, or null if there is none that fits the record as it stands.
 RegexpPlan const* planOf(regexp const& expression);
+
+/// Matches as if `text` were lower-cased, without a copy of it: the groups point into `text`.
+///
+/// False, with nothing done, if the expression was not made for that, was
+/// changed since, or was made for another locale than the one in force.
+bool matchFolded(regexp& expression, char const* text, RegexpOutcome& outcome);
 
 /// The program's size, the magic byte included, if the seal is valid, else 0.
 std::size_t sealedSize(regexp const& expression);

@@ -33,7 +33,8 @@ void ChoiceStack::grow()
 RegexpRunner::RegexpRunner(regexp& expression, RegexpPlan const& plan, char const* text,
                            std::uint64_t stepLimit, std::uint64_t workWithoutMemo)
     : expression_(expression), plan_(plan), steps_(plan.steps()), firsts_(plan.firsts()), sets_(plan.sets()),
-      text_(text), credit_(std::min(stepLimit, workWithoutMemo)), stepsLeft_(stepLimit - credit_)
+      lower_(plan.lower()), text_(text), credit_(std::min(stepLimit, workWithoutMemo)),
+      stepsLeft_(stepLimit - credit_)
 {
 }
 
@@ -253,6 +254,24 @@ bool RegexpRunner::tryAt(char const* start)
             char const* const wanted = expression_.program + step->operand;
             std::size_t same = 0;
             while (same < step->length && input[same] == wanted[same])
+                ++same;
+            if (same < step->length)
+                break;
+            input += same;
+            step = &steps_[step->next];
+            continue;
+        }
+        case RegexpStep::foldedCharacter:
+            if (static_cast<char>(lower_[static_cast<unsigned char>(*input)]) != step->byte)
+                break;
+            ++input;
+            step = &steps_[step->next];
+            continue;
+        case RegexpStep::foldedText: {
+            char const* const wanted = expression_.program + step->operand;
+            std::size_t same = 0;
+            while (same < step->length &&
+                   static_cast<char>(lower_[static_cast<unsigned char>(input[same])]) == wanted[same])
                 ++same;
             if (same < step->length)
                 break;

@@ -125,6 +125,7 @@ private:
     RegexpStep const* const steps_;
     ByteSet const* const firsts_;
     ByteTable const* const sets_;
+    unsigned char const* const lower_;
     char const* const text_;
     std::uint64_t credit_;
     std::uint64_t stepsLeft_;

@@ -3,6 +3,7 @@
 #include "platform/classlib/textTables.h"
 #include "tests/text/expressionSupport.h"
 
+#include <cctype>
 #include <cstring>
 #include <type_traits>
 #include <utility>
@@ -219,4 +220,51 @@ TEST(Regexp, holdsTheExpressionTheTargetAndTheFlagInThisOrder)
     EXPECT_EQ(target, subject);
     EXPECT_EQ(flag, 1);
     EXPECT_EQ(sizeof(Regexp), 24u);
+}
+
+// A case-free match is the match of the lower-cased expression on the lower-cased subject.
+TEST(Regexp, findsWithoutCaseWhatItFindsInLowerCase)
+{
+    static char const* const pieces[] = {"a", "B",      "Ab", "bC5", ".",  "[A-c]",  "[^aB]", "[b-c]",
+                                         "(", "(",      ")",  ")",   "|",  "*",      "+",     "?",
+                                         "$", "(A|b)*", "A+", "5",   "c5", "[5-C]*", "\\D",   "^"};
+    std::uint64_t state = 99;
+    auto const random = [&state](std::size_t below) {
+        state = state * 6364136223846793005ull + 1442695040888963407ull;
+        return static_cast<std::size_t>(state >> 33) % below;
+    };
+    auto const lowerCased = [](std::string text) {
+        for (char& c : text)
+            c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        return text;
+    };
+    int matches = 0;
+    for (int round = 0; round < 20000; ++round) {
+        std::string pattern;
+        for (std::size_t count = 1 + random(7); count > 0; --count)
+            pattern += pieces[random(std::size(pieces))];
+        RegexpFault fault;
+        if (!Expression(regcomp(lowerCased(pattern).c_str(), fault)))
+            continue;
+        Regexp withoutCase(pattern.c_str(), 1);
+        Regexp inLowerCase(lowerCased(pattern).c_str());
+        for (int text = 0; text < 3; ++text) {
+            std::string subject;
+            for (std::size_t letters = random(20); letters > 0; --letters)
+                subject += "aAbBcC5D."[random(9)];
+            int const matched = withoutCase.match(subject.c_str());
+            std::string const lowered = lowerCased(subject);
+
+            ASSERT_EQ(matched, inLowerCase.match(lowered.c_str())) << pattern << " on " << subject;
+            matches += matched;
+            ASSERT_EQ(withoutCase.groups(), inLowerCase.groups()) << pattern << " on " << subject;
+            for (int group = 0; matched && group < NSUBEXP; ++group) {
+                ASSERT_EQ(withoutCase.getgroup(group).start(), inLowerCase.getgroup(group).start())
+                    << pattern << " on " << subject;
+                ASSERT_EQ(withoutCase.getgroup(group).end(), inLowerCase.getgroup(group).end())
+                    << pattern << " on " << subject;
+            }
+        }
+    }
+    EXPECT_GT(matches, 5000);
 }

@@ -69,3 +69,49 @@ TEST(RegexpCompiler, asksForOneBlockThatHoldsAll)
         std::free(expression);
     }
 }
+
+TEST(RegexpFolding, isRefusedForAnotherLocale)
+{
+    zk::CaseFolding folding = zk::CaseFolding::ofLocale();
+    folding.locale += 1;
+    RegexpFault fault;
+    regexp* const expression = zk::compileRegexp("abc", fault, std::malloc, &folding);
+    RegexpOutcome outcome = RegexpOutcome::match;
+
+    EXPECT_FALSE(zk::matchFolded(*expression, "ABC", outcome));
+
+    EXPECT_EQ(outcome, RegexpOutcome::match);
+    EXPECT_EQ(regexec(expression, "ABC"), 0);  // which does not fold
+    EXPECT_EQ(regexec(expression, "abc"), 1);
+    std::free(expression);
+}
+
+TEST(RegexpFolding, isRefusedForAnExpressionThatDoesNotFold)
+{
+    RegexpFault fault;
+    regexp* const expression = zk::compileRegexp("abc", fault, std::malloc);
+    RegexpOutcome outcome;
+
+    EXPECT_FALSE(zk::matchFolded(*expression, "abc", outcome));
+
+    std::free(expression);
+}
+
+TEST(RegexpFolding, takesAnyMappingOfBytes)
+{
+    // Two bytes that fold to "x", one of them above 127, and an "x" that folds away.
+    zk::CaseFolding folding = zk::CaseFolding::ofLocale();
+    folding.lower[0xE4] = 'x';
+    folding.lower['x'] = 'y';
+    folding.changed[folding.changedCount++] = 0xE4;
+    folding.changed[folding.changedCount++] = 'x';
+    RegexpFault fault;
+    regexp* const expression = zk::compileRegexp("ax[x]x*z", fault, std::malloc, &folding);
+    RegexpOutcome outcome;
+
+    ASSERT_TRUE(zk::matchFolded(*expression, ".A\xE4X\xE4Xz", outcome));
+    EXPECT_EQ(outcome, RegexpOutcome::match);
+    ASSERT_TRUE(zk::matchFolded(*expression, "axXXz", outcome));
+    EXPECT_EQ(outcome, RegexpOutcome::noMatch);
+    std::free(expression);
+}
