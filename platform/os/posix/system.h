@@ -20,3 +20,13 @@
 #include "platform/os/posix/debugOutput.h"
 #include "platform/os/posix/messageTexts.h"
 #include "platform/os/posix/locale.h"
+
+#include "platform/os/posix/copyMove.h"
+#include "platform/os/posix/directories.h"
+#include "platform/os/posix/fileAttributes.h"
+#include "platform/os/posix/files.h"
+#include "platform/os/posix/findFiles.h"
+#include "platform/os/posix/pathNames.h"
+#include "platform/os/posix/pipes.h"
+#include "platform/os/posix/standardHandles.h"
+#include "platform/os/posix/time.h"

@@ -1,5 +1,6 @@
 #include "platform/os/posix/systemCalls.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
@@ -16,6 +17,8 @@ constinit SystemCalls systemCallTable = {
     .read = ::read,
     .write = ::write,
     .lseek = ::lseek,
+    .poll = ::poll,
+    .pipe2 = ::pipe2,
     .ftruncate = ::ftruncate,
     .fsync = ::fsync,
     .flock = ::flock,
@@ -31,15 +34,16 @@ constinit SystemCalls systemCallTable = {
     .chmod = ::chmod,
     .fchmod = ::fchmod,
     .futimens = ::futimens,
+    .utimensat = ::utimensat,
     .mkdir = ::mkdir,
     .rmdir = ::rmdir,
     .unlink = ::unlink,
+    .link = ::link,
     .rename = ::rename,
     .renameat2 = ::renameat2,
     .symlink = ::symlink,
     .readlink = ::readlink,
-    .fdopendir = ::fdopendir,
-    .readdir = ::readdir,
+    .getdents64 = ::getdents64,
 
     // The process's current directory.
     .getcwd = ::getcwd,

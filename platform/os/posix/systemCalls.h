@@ -12,7 +12,8 @@
 // order here and in systemCalls.cpp.
 #pragma once
 
-#include <dirent.h>
+#include <fcntl.h>
+#include <poll.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <sys/types.h>
@@ -30,6 +31,8 @@ struct SystemCalls {
     ssize_t (*read)(int descriptor, void* buffer, std::size_t length);
     ssize_t (*write)(int descriptor, void const* buffer, std::size_t length);
     off_t (*lseek)(int descriptor, off_t distance, int origin);
+    int (*poll)(pollfd* descriptors, nfds_t count, int milliseconds);
+    int (*pipe2)(int ends[2], int flags);
     int (*ftruncate)(int descriptor, off_t length);
     int (*fsync)(int descriptor);
     int (*flock)(int descriptor, int operation);
@@ -45,15 +48,16 @@ struct SystemCalls {
     int (*chmod)(char const* path, mode_t mode);
     int (*fchmod)(int descriptor, mode_t mode);
     int (*futimens)(int descriptor, timespec const times[2]);
+    int (*utimensat)(int folder, char const* path, timespec const times[2], int flags);
     int (*mkdir)(char const* path, mode_t mode);
     int (*rmdir)(char const* path);
     int (*unlink)(char const* path);
+    int (*link)(char const* from, char const* to);
     int (*rename)(char const* from, char const* to);
     int (*renameat2)(int fromFolder, char const* from, int toFolder, char const* to, unsigned flags);
     int (*symlink)(char const* target, char const* path);
     ssize_t (*readlink)(char const* path, char* buffer, std::size_t length);
-    DIR* (*fdopendir)(int descriptor);
-    dirent* (*readdir)(DIR* folder);
+    ssize_t (*getdents64)(int folder, void* buffer, std::size_t length);
 
     // The process's current directory.
     char* (*getcwd)(char* buffer, std::size_t length);
