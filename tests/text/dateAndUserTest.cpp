@@ -1,0 +1,71 @@
+#include "text/dateAndUser.h"
+
+#include "platform/classlib/clock.h"
+#include "platform/os/os.h"
+#include "tests/support/ScopedTimeZone.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+constexpr std::time_t secondsPerHour = 3600;
+constexpr std::time_t midnight = 1000166400;     // Tuesday, 11 September 2001, 0:00 UTC
+constexpr std::time_t firstOfMonth = 999302400;  // Saturday, 1 September 2001, 0:00 UTC
+
+std::string timeAt(std::time_t time)
+{
+    zk::ScopedClock const clock(time);
+    return omGetCurrentTime().GetString();
+}
+
+TEST(DateAndUser, tellsTheTimeOnAClockOfTwelveHours)
+{
+    ScopedTimeZone const zone("UTC0");
+
+    EXPECT_EQ(timeAt(midnight), "12:00 UTC AM ");
+    EXPECT_EQ(timeAt(midnight + 4 * secondsPerHour + 5 * 60), "4:05 UTC AM ");
+    EXPECT_EQ(timeAt(midnight + 12 * secondsPerHour - 1), "11:59 UTC AM ");
+    EXPECT_EQ(timeAt(midnight + 12 * secondsPerHour), "12:00 UTC PM ");
+    EXPECT_EQ(timeAt(midnight + 23 * secondsPerHour), "11:00 UTC PM ");
+}
+
+TEST(DateAndUser, tellsTheLocalTimeAndTheNameOfItsZone)
+{
+    ScopedTimeZone const zone("EST5");
+
+    EXPECT_EQ(timeAt(midnight), "7:00 EST PM ");
+}
+
+TEST(DateAndUser, tellsTheDate)
+{
+    ScopedTimeZone const zone("UTC0");
+    {
+        zk::ScopedClock const clock(midnight);
+        EXPECT_STREQ(omGetCurrentDate(), "Tue, 11, Sep 2001 ");
+        EXPECT_STREQ(omGetCurrentYear(), "2001");
+    }
+    zk::ScopedClock const clock(firstOfMonth);
+    EXPECT_STREQ(omGetCurrentDate(), "Sat, 1, Sep 2001 ");
+}
+
+TEST(DateAndUser, tellsTheLocalDate)
+{
+    ScopedTimeZone const zone("EST5");
+    zk::ScopedClock const clock(978307200);  // 1 January 2001, 0:00 UTC
+
+    EXPECT_STREQ(omGetCurrentDate(), "Sun, 31, Dec 2000 ");
+    EXPECT_STREQ(omGetCurrentYear(), "2000");
+}
+
+TEST(DateAndUser, tellsTheNameOfTheAccount)
+{
+    char name[260] = {};
+    DWORD length = sizeof name;
+    ASSERT_TRUE(GetUserNameA(name, &length));
+
+    EXPECT_STREQ(omGetCurrentUser(), name);
+}
+
+}  // namespace

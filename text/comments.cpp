@@ -1,0 +1,92 @@
+#include "text/comments.h"
+
+#include <string_view>
+
+namespace {
+
+constexpr std::string_view blanks = " \t\n\v\f\r";
+
+bool beginsWith(std::string_view text, std::string_view prefix)
+{
+    return text.substr(0, prefix.size()) == prefix;
+}
+
+// Whether the quote at `position` stands behind an odd number of backslashes.
+bool isEscaped(std::string_view text, std::size_t position)
+{
+    std::size_t run = 0;
+    while (run < position && text[position - run - 1] == '\\')
+        ++run;
+    return run % 2 != 0;
+}
+
+}  // namespace
+
+bool omIsCommentString(CString text)
+{
+    std::string_view rest = text.view();
+    for (;;) {
+        std::size_t const begin = rest.find_first_not_of(blanks);
+        if (begin == std::string_view::npos)
+            return true;
+        rest.remove_prefix(begin);
+        std::string_view const end = beginsWith(rest, "//") ? "\n" : "*/";
+        if (end == "*/" && !beginsWith(rest, "/*"))
+            return false;
+        std::size_t const found = rest.find(end, 2);  // behind the opening: "/*/" is open
+        if (found == std::string_view::npos)
+            return true;
+        rest.remove_prefix(found + end.size());
+    }
+}
+
+bool omIsInCommentOrQuotedString(CString text, int pos)
+{
+    if (pos <= 0 || pos > text.GetLength())
+        return false;
+    enum class In { code, string, character, blockComment, lineComment };
+    In state = In::code;
+    std::string_view const all = text.view();
+    auto const standsAt = [&](std::size_t at, std::string_view mark) {
+        return beginsWith(all.substr(at), mark);
+    };
+    for (std::size_t at = 0; at < std::size_t(pos); ++at) {
+        switch (state) {
+        case In::code:
+            if (all[at] == '"') {
+                state = In::string;
+            } else if (all[at] == '\'') {
+                state = In::character;
+            } else if (standsAt(at, "//")) {
+                state = In::lineComment;
+                ++at;
+            } else if (standsAt(at, "/*")) {
+                state = In::blockComment;
+                ++at;
+            }
+            break;
+        case In::string:
+        case In::character:
+            if (all[at] == (state == In::string ? '"' : '\'') && !isEscaped(all, at))
+                state = In::code;
+            break;
+        case In::blockComment:
+            if (standsAt(at, "*/")) {
+                state = In::code;
+                ++at;
+            }
+            break;
+        case In::lineComment:
+            if (all[at] == '\n')
+                state = In::code;
+            break;
+        }
+    }
+    return state != In::code;
+}
+
+bool omIsCTypePreComment(CString const& text)
+{
+    std::size_t const block = text.view().find("/*");
+    return block != std::string_view::npos && block < text.view().find("//");
+}
