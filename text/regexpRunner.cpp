@@ -38,16 +38,7 @@ RegexpRunner::RegexpRunner(regexp& expression, RegexpPlan const& plan, char cons
 {
 }
 
-// Pays for `work` steps; false if the caller's limit is reached.
-bool RegexpRunner::spend(std::uint64_t work)
-{
-    if (credit_ >= work) {
-        credit_ -= work;
-        return true;
-    }
-    return refill();
-}
-
+// Pays for steps when the credit is used up; false if the caller's limit is reached.
 bool RegexpRunner::refill()
 {
     if (stepsLeft_ == 0) {
@@ -142,55 +133,50 @@ bool RegexpRunner::searchAround()
 }
 
 // One past the last of the characters from `input` on that the run takes.
-char const* RegexpRunner::runEnd(RegexpStep const& step, char const* input)
+char const* RegexpRunner::runEnd(RegexpStep const& step, char const* input) const
 {
     ByteTable const& stop = sets_[step.set];
-    return stop.has(*input) ? input : findInSet(input + 1, stop);
+    if (stop.has(input[0]))
+        return input;
+    if (stop.has(input[1]))
+        return input + 1;
+    return findInSet(input + 2, stop);
 }
 
-// Takes the run that starts at `input`; false if there is none. The shorter
-// runs that may follow are left on the stack.
-bool RegexpRunner::enterRun(RegexpStep const& step, char const* input, char const*& end)
+// The same, but only as far as to where the run has been before: what follows
+// from there on has failed. Null if that leaves nothing to try.
+char const* RegexpRunner::newRunEnd(RegexpStep const& step, char const* least)
+{
+    ByteTable const& stop = sets_[step.set];
+    for (char const* end = least;; ++end) {
+        if (memo_->testAndSet(step.memo, static_cast<std::size_t>(end - text_)))
+            return step.exclusive || end == least ? nullptr : end - 1;
+        if (stop.has(*end))
+            return end;
+    }
+}
+
+// Takes the run that starts at `input`; null if there is none, else its end.
+// The shorter runs that may do as well are left on the stack.
+char const* RegexpRunner::enterRun(RegexpStep const& step, char const* input)
 {
     char const* const least = input + step.length;
     if (step.length == 1 && sets_[step.set].has(*input))
-        return false;
-    char const* longest;
-    if (memo_) {
-        // A place where the same run has been before: what follows from there on has failed.
-        ByteTable const& stop = sets_[step.set];
-        longest = least;
-        for (;; ++longest) {
-            if (memo_->testAndSet(step.memo, static_cast<std::size_t>(longest - text_))) {
-                if (step.exclusive || longest == least)
-                    return false;
-                --longest;
-                break;
-            }
-            if (stop.has(*longest))
-                break;
-        }
-    } else {
-        longest = runEnd(step, least);
-    }
-    if (!spend(1 + static_cast<std::uint64_t>(longest - input) / 16))
-        return false;
+        return nullptr;
+    char const* end = memo_ ? newRunEnd(step, least) : runEnd(step, least);
+    if (!end || !spend(1 + static_cast<std::uint64_t>(end - input) / 16))
+        return nullptr;
+    if (step.exclusive)
+        return end;
 
     ByteSet const& follow = firsts_[step.next];
-    if (step.exclusive) {
-        end = longest;
-        return true;
+    while (end > least && !follow.has(*end))
+        --end;
+    if (end > least) {
+        stack_.push(static_cast<std::uint64_t>(least - text_));
+        stack_.push(pack(Entry::run, static_cast<std::size_t>(&step - steps_), end));
     }
-    while (longest > least && !follow.has(*longest))
-        --longest;
-    if (longest == least) {
-        end = longest;
-        return follow.has(*longest);
-    }
-    stack_.push(static_cast<std::uint64_t>(least - text_));
-    stack_.push(pack(Entry::run, static_cast<std::size_t>(&step - steps_), longest));
-    end = longest;
-    return true;
+    return end;
 }
 
 // Takes back the last choice and gives the way to go on; false if there is no choice left.
@@ -238,8 +224,10 @@ bool RegexpRunner::backUp(RegexpStep const*& step, char const*& input)
 // Whether the expression matches from `start` on.
 bool RegexpRunner::tryAt(char const* start)
 {
+    RegexpStep const* const steps = steps_;
+    ByteSet const* const firsts = firsts_;
     stack_.clear();
-    RegexpStep const* step = &steps_[plan_.firstStep];
+    RegexpStep const* step = &steps[plan_.firstStep];
     char const* input = start;
     bool overwritten = false;
     for (;;) {
@@ -248,7 +236,7 @@ bool RegexpRunner::tryAt(char const* start)
             if (*input != step->byte)
                 break;
             ++input;
-            step = &steps_[step->next];
+            step = &steps[step->next];
             continue;
         case RegexpStep::text: {
             char const* const wanted = expression_.program + step->operand;
@@ -258,14 +246,14 @@ bool RegexpRunner::tryAt(char const* start)
             if (same < step->length)
                 break;
             input += same;
-            step = &steps_[step->next];
+            step = &steps[step->next];
             continue;
         }
         case RegexpStep::foldedCharacter:
             if (static_cast<char>(lower_[static_cast<unsigned char>(*input)]) != step->byte)
                 break;
             ++input;
-            step = &steps_[step->next];
+            step = &steps[step->next];
             continue;
         case RegexpStep::foldedText: {
             char const* const wanted = expression_.program + step->operand;
@@ -276,33 +264,35 @@ bool RegexpRunner::tryAt(char const* start)
             if (same < step->length)
                 break;
             input += same;
-            step = &steps_[step->next];
+            step = &steps[step->next];
             continue;
         }
         case RegexpStep::anyByte:
             if (*input == '\0')
                 break;
             ++input;
-            step = &steps_[step->next];
+            step = &steps[step->next];
             continue;
         case RegexpStep::byteOf:
             if (!sets_[step->set].has(*input))
                 break;
             ++input;
-            step = &steps_[step->next];
+            step = &steps[step->next];
             continue;
         case RegexpStep::run:
-            if (!enterRun(*step, input, input))
-                break;
-            step = &steps_[step->next];
-            continue;
+            if (char const* const end = enterRun(*step, input)) {
+                input = end;
+                step = &steps[step->next];
+                continue;
+            }
+            break;
         case RegexpStep::save:
             if (stack_.empty())
                 overwritten = true;
             else
                 stack_.push(pack(Entry::restore, step->slot, slots_[step->slot]));
             slots_[step->slot] = input;
-            step = &steps_[step->next];
+            step = &steps[step->next];
             continue;
         case RegexpStep::choice: {
             if (memo_ && memo_->testAndSet(step->memo, static_cast<std::size_t>(input - text_)))
@@ -310,9 +300,9 @@ bool RegexpRunner::tryAt(char const* start)
             if (!spend(1))
                 break;
             std::uint16_t chosen = RegexpStep::none;
-            std::uint16_t number = static_cast<std::uint16_t>(step - steps_);
-            for (; number != RegexpStep::none; number = steps_[number].other) {
-                if (!firsts_[steps_[number].next].has(*input))
+            std::uint16_t number = static_cast<std::uint16_t>(step - steps);
+            for (; number != RegexpStep::none; number = steps[number].other) {
+                if (!firsts[steps[number].next].has(*input))
                     continue;
                 if (chosen != RegexpStep::none) {
                     stack_.push(pack(Entry::alternative, number, input));
@@ -322,20 +312,20 @@ bool RegexpRunner::tryAt(char const* start)
             }
             if (chosen == RegexpStep::none)
                 break;
-            step = &steps_[steps_[chosen].next];
+            step = &steps[steps[chosen].next];
             continue;
         }
         case RegexpStep::startOfText:
             if (input != text_)
                 break;
-            step = &steps_[step->next];
+            step = &steps[step->next];
             continue;
         case RegexpStep::endOfText:
             if (*input != '\0')
                 break;
-            step = &steps_[step->next];
+            step = &steps[step->next];
             continue;
-        case RegexpStep::jump: step = &steps_[step->next]; continue;
+        case RegexpStep::jump: step = &steps[step->next]; continue;
         case RegexpStep::end:
             slots_[0] = start;
             slots_[NSUBEXP] = input;
@@ -361,12 +351,18 @@ void RegexpRunner::clearSlots()
 // Hands the groups to the record.
 void RegexpRunner::store()
 {
+    // In pieces that become a few wide stores each.
+    constexpr std::size_t piece = 64;
+    constexpr std::size_t groupsSize = sizeof regexp::startp + sizeof regexp::endp;
+    static_assert(offsetof(regexp, regstart) == groupsSize && groupsSize % piece == 0);
+    char* const groups = reinterpret_cast<char*>(&expression_);
+    for (std::size_t offset = 0; offset < groupsSize; offset += piece)
+        std::memset(groups + offset, 0, piece);
+
     for (int group = 0; group < plan_.groupCount; ++group) {
         expression_.startp[group] = const_cast<char*>(slots_[group]);
         expression_.endp[group] = const_cast<char*>(slots_[NSUBEXP + group]);
     }
-    for (int group = plan_.groupCount; group < NSUBEXP; ++group)
-        expression_.startp[group] = expression_.endp[group] = nullptr;
 }
 
 }  // namespace zk

@@ -96,10 +96,18 @@ private:
 
     bool searchAround();
     bool tryAt(char const* start);
-    char const* runEnd(RegexpStep const& step, char const* input);
-    bool enterRun(RegexpStep const& step, char const* input, char const*& end);
+    char const* runEnd(RegexpStep const& step, char const* input) const;
+    char const* newRunEnd(RegexpStep const& step, char const* least);
+    char const* enterRun(RegexpStep const& step, char const* input);
     bool backUp(RegexpStep const*& step, char const*& input);
-    bool spend(std::uint64_t work);
+    // Pays for `work` steps; false if the caller's limit is reached.
+    bool spend(std::uint64_t work)
+    {
+        if (credit_ < work)
+            return refill();
+        credit_ -= work;
+        return true;
+    }
     bool refill();
     void clearSlots();
     void store();
