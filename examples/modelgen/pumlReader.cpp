@@ -346,7 +346,7 @@ bool PumlReader::readPackageLine(std::string_view text)
     std::variant<BadDeclaration, PackageDeclaration> const read = readPackage(line.rest());
     if (BadDeclaration const* const bad = std::get_if<BadDeclaration>(&read)) {
         report_.error(place(), bad->reason);
-        if (text.back() == '{')
+        if (countBraces(text) > 0)
             open(here(), nullptr);  // so that its end fits
         return true;
     }
@@ -401,7 +401,7 @@ void PumlReader::readClassLine(std::string_view text)
     std::variant<BadDeclaration, ClassDeclaration> read = readClass(text);
     if (BadDeclaration const* const bad = std::get_if<BadDeclaration>(&read)) {
         report_.error(place(), bad->reason);
-        if (text.back() == '{')
+        if (countBraces(text) > 0)
             openBlock("the class", "", "{");
         return;
     }

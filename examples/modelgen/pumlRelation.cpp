@@ -65,7 +65,7 @@ public:
             return RelationFault::isNone;
         if (!isKnown)
             return RelationFault::isUnknownArrow;
-        if (!readEndText(relation_.right) || !readName(relation_.right))
+        if ((!isQuotedName() && !readEndText(relation_.right)) || !readName(relation_.right))
             return RelationFault::isBroken;
         readTail();
         return std::move(relation_);
@@ -89,6 +89,13 @@ private:
             }
         }
         return true;
+    }
+
+    // Whether the quoted text that stands here is the name behind the arrow rather than the text in front of it.
+    bool isQuotedName() const
+    {
+        PumlLine ahead = line_;
+        return ahead.quotedText() && ahead.peek() != '"' && !ahead.name();
     }
 
     bool startsArrow() const
