@@ -133,12 +133,12 @@ void Linker::linkAssociation(Classifier& left, Classifier& right, Relation const
         addRole(right, left, l, r.isWhole, !reachesRight, relation);
 }
 
-void Linker::addRole(Classifier& near, Classifier& target, RelationEnd const& end, bool isOwned,
+void Linker::addRole(Classifier& owner, Classifier& target, RelationEnd const& end, bool isOwned,
                      bool mayBeLabel, Relation const& relation)
 {
-    if (near.kind == Kind::isEnum) {
+    if (owner.kind == Kind::isEnum) {
         report_.warning(relation.place,
-                        quoted(near.name) + " is an enumeration and holds no others: passed over");
+                        quoted(owner.name) + " is an enumeration and holds no others: passed over");
         return;
     }
     Role role;
@@ -152,7 +152,7 @@ void Linker::addRole(Classifier& near, Classifier& target, RelationEnd const& en
     role.isOwned = isOwned;
     role.visibility = end.visibility;
     role.place = relation.place;
-    near.roles.push_back(std::move(role));
+    owner.roles.push_back(std::move(role));
 }
 
 void Linker::inherit(Classifier& derived, Classifier& base, std::vector<Type> arguments, Place place)

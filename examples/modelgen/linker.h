@@ -47,7 +47,7 @@ private:
     Classifier& findOrMake(Package& scope, CString const& name, Place place);
     void linkRelation(Package& scope, Relation const& relation);
     void linkAssociation(Classifier& left, Classifier& right, Relation const& relation);
-    void addRole(Classifier& near, Classifier& target, RelationEnd const& end, bool isOwned, bool mayBeLabel,
+    void addRole(Classifier& owner, Classifier& target, RelationEnd const& end, bool isOwned, bool mayBeLabel,
                  Relation const& relation);
     void inherit(Classifier& derived, Classifier& base, std::vector<Type> arguments, Place place);
     void checkCycles();
