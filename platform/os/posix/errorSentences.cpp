@@ -130,7 +130,7 @@ constexpr Sentence sentences[] = {
     {ERROR_RESOURCE_DATA_NOT_FOUND, "The module has no resources."},
     {ERROR_RESOURCE_TYPE_NOT_FOUND, "The module has no resource of this type."},
     {ERROR_RESOURCE_NAME_NOT_FOUND, "The module has no resource of this name."},
-    {1816, "The quota is too small for the command."},
+    {ERROR_NOT_ENOUGH_QUOTA, "The quota is too small for the command."},
     {ERROR_CANT_RESOLVE_FILENAME, "The file name leads through too many links."},
 };
 

@@ -107,6 +107,7 @@
 #define ERROR_RESOURCE_DATA_NOT_FOUND 1812u
 #define ERROR_RESOURCE_TYPE_NOT_FOUND 1813u
 #define ERROR_RESOURCE_NAME_NOT_FOUND 1814u
+#define ERROR_NOT_ENOUGH_QUOTA 1816u
 #define ERROR_CANT_RESOLVE_FILENAME 1921u
 
 /// The number of the calling thread's last error. Success mostly leaves it alone.

@@ -30,3 +30,9 @@
 #include "platform/os/posix/pipes.h"
 #include "platform/os/posix/standardHandles.h"
 #include "platform/os/posix/time.h"
+
+#include "platform/os/posix/controls.h"
+#include "platform/os/posix/messageQueue.h"
+#include "platform/os/posix/windowPlaces.h"
+#include "platform/os/posix/windows.h"
+
