@@ -79,7 +79,9 @@ bool isTimeOfDay(SYSTEMTIME const& parts) noexcept
 
 bool isDate(SYSTEMTIME const& parts) noexcept
 {
-    if (parts.wYear < 1601 || parts.wMonth < 1 || parts.wMonth > 12 || parts.wDay < 1)
+    constexpr WORD lastYear = 30828;  // ends within it, as file times do
+    if (parts.wYear < 1601 || parts.wYear > lastYear || parts.wMonth < 1 || parts.wMonth > 12 ||
+        parts.wDay < 1)
         return false;
     // The calendar has the day if it comes back from the count of days as it was.
     Date const date = dateOf(daysBefore({parts.wYear, parts.wMonth, parts.wDay}));
