@@ -44,6 +44,7 @@
 #include "text/URLParams.h"
 #include "text/VarString.h"
 #include "text/base64.h"
+#include "text/clipboard.h"
 #include "text/comments.h"
 #include "text/dateAndUser.h"
 #include "text/escapes.h"

@@ -64,12 +64,13 @@ function(zk_library)
     endif()
 endfunction()
 
-# zk_test(<name> [INTERNAL] [SOURCES <file>...] [LABELS <label>...] [LIBRARIES <lib>...] [SUBDIRS <folder>...])
+# zk_test(<name> [INTERNAL] [DISPLAY] [SOURCES <file>...] [LABELS <label>...] [LIBRARIES <lib>...] [SUBDIRS <folder>...])
 # One GoogleTest program from the *Test.cpp files of this folder. With INTERNAL
 # it is linked with the static library, so that it sees namespace zk; such
-# files are named *InternalTest.cpp and are left out of the other program.
+# files are named *InternalTest.cpp and are left out of the other program. With
+# DISPLAY a Windows program runs on a display of its own.
 function(zk_test name)
-    cmake_parse_arguments(ARG "INTERNAL" "" "SOURCES;LABELS;LIBRARIES;SUBDIRS" ${ARGN})
+    cmake_parse_arguments(ARG "INTERNAL;DISPLAY" "" "SOURCES;LABELS;LIBRARIES;SUBDIRS" ${ARGN})
     set(sources ${ARG_SOURCES})
     if(NOT sources)
         file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*Test.cpp)
@@ -103,6 +104,9 @@ function(zk_test name)
     set_tests_properties(${name} PROPERTIES
         ENVIRONMENT "GTEST_OUTPUT=xml:${drive}${PROJECT_BINARY_DIR}/test-results/${name}.xml;GTEST_COLOR=no;ZK_SOURCE_DIR=${drive}${PROJECT_SOURCE_DIR};ZK_BINARY_DIR=${drive}${PROJECT_BINARY_DIR}"
         TIMEOUT 600)
+    if(ARG_DISPLAY AND WIN32)
+        set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT ZK_WINE_DISPLAY=1)
+    endif()
     if(ARG_LABELS)
         set_tests_properties(${name} PROPERTIES LABELS "${ARG_LABELS}")
     endif()

@@ -36,3 +36,6 @@
 #include "platform/os/posix/windowPlaces.h"
 #include "platform/os/posix/windows.h"
 
+#include "platform/os/posix/globalMemory.h"
+
+#include "platform/os/posix/clipboard.h"

@@ -1,0 +1,121 @@
+#include "platform/os/posix/clipboard.h"
+
+#include "platform/os/posix/globalMemory.h"
+#include "platform/os/posix/lastError.h"
+
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <strings.h>
+#include <thread>
+#include <vector>
+
+using zk::os::report;
+
+namespace {
+
+constexpr UINT firstNamedFormat = 0xC000;
+
+struct Clipboard {
+    std::mutex mutex;
+    std::optional<std::thread::id> openBy;
+    std::map<UINT, HGLOBAL> blocks;
+    std::vector<std::string> names;  // of the formats from firstNamedFormat on
+
+    bool isOpenHere() const { return openBy == std::this_thread::get_id(); }
+};
+
+// Never destroyed: the clipboard is used by static destructors too.
+Clipboard& clipboard()
+{
+    static Clipboard& instance = *new Clipboard;
+    return instance;
+}
+
+}  // namespace
+
+BOOL OpenClipboard(HWND) noexcept
+{
+    std::lock_guard const lock(clipboard().mutex);
+    if (clipboard().openBy && !clipboard().isOpenHere())
+        return report(ERROR_ACCESS_DENIED);
+    clipboard().openBy = std::this_thread::get_id();
+    return TRUE;
+}
+
+BOOL CloseClipboard() noexcept
+{
+    std::lock_guard const lock(clipboard().mutex);
+    if (!clipboard().isOpenHere())
+        return report(ERROR_CLIPBOARD_NOT_OPEN);
+    clipboard().openBy.reset();
+    return TRUE;
+}
+
+BOOL EmptyClipboard() noexcept
+{
+    std::lock_guard const lock(clipboard().mutex);
+    if (!clipboard().isOpenHere())
+        return report(ERROR_CLIPBOARD_NOT_OPEN);
+    for (auto const& [format, block] : clipboard().blocks)
+        GlobalFree(block);
+    clipboard().blocks.clear();
+    return TRUE;
+}
+
+HANDLE SetClipboardData(UINT format, HANDLE block) noexcept
+try {
+    std::lock_guard const lock(clipboard().mutex);
+    if (!clipboard().isOpenHere()) {
+        SetLastError(ERROR_CLIPBOARD_NOT_OPEN);
+        return nullptr;
+    }
+    if (!GlobalLock(block))
+        return nullptr;
+    GlobalUnlock(block);
+    HGLOBAL& held = clipboard().blocks[format];
+    if (held != block)
+        GlobalFree(held);
+    held = block;
+    return block;
+} catch (std::bad_alloc const&) {
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return nullptr;
+}
+
+HANDLE GetClipboardData(UINT format) noexcept
+{
+    std::lock_guard const lock(clipboard().mutex);
+    if (!clipboard().isOpenHere()) {
+        SetLastError(ERROR_CLIPBOARD_NOT_OPEN);
+        return nullptr;
+    }
+    auto const found = clipboard().blocks.find(format);
+    return found == clipboard().blocks.end() ? nullptr : found->second;
+}
+
+BOOL IsClipboardFormatAvailable(UINT format) noexcept
+{
+    std::lock_guard const lock(clipboard().mutex);
+    return clipboard().blocks.count(format) != 0;
+}
+
+UINT RegisterClipboardFormatA(LPCSTR name) noexcept
+try {
+    if (!name || !*name) {
+        SetLastError(ERROR_INVALID_NAME);
+        return 0;
+    }
+    std::lock_guard const lock(clipboard().mutex);
+    std::vector<std::string>& names = clipboard().names;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (strcasecmp(names[i].c_str(), name) == 0)
+            return UINT(firstNamedFormat + i);
+    }
+    names.emplace_back(name);
+    return UINT(firstNamedFormat + names.size() - 1);
+} catch (std::bad_alloc const&) {
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return 0;
+}
