@@ -16,23 +16,6 @@ namespace zk {
 
 namespace {
 
-char const* findInSetBytewise(char const* text, ByteTable const& set)
-{
-    while (!set.has(*text))
-        ++text;
-    return text;
-}
-
-char const* findTextBytewise(char const* text, TextNeedle const& needle)
-{
-    while ((text = std::strchr(text, *needle.text))) {
-        if (std::strncmp(text, needle.text, needle.length) == 0)
-            return text;
-        ++text;
-    }
-    return nullptr;
-}
-
 // Whether `text` starts with the needle; reads no further than its NUL.
 bool startsWith(char const* text, TextNeedle const& needle)
 {
@@ -233,7 +216,7 @@ char const* findInSet(char const* text, ByteTable const& set)
     if (haveVectors)
         return findInSetBlockwise(text, set);
 #endif
-    return findInSetBytewise(text, set);
+    return bytewise::findInSet(text, set);
 }
 
 TextNeedle makeNeedle(char const* text, std::size_t length)
@@ -262,7 +245,7 @@ char const* findText(char const* text, TextNeedle const& needle)
         }
     }
 #endif
-    return findTextBytewise(text, needle);
+    return bytewise::findText(text, needle);
 }
 
 void PrefixFilter::allow(int position, int bucket, ByteSet const& bytes)
@@ -293,6 +276,30 @@ char const* findPrefix(char const* text, PrefixFilter const& filter)
     if (haveVectors)
         return findPrefixBlockwise(text, filter);
 #endif
+    return bytewise::findPrefix(text, filter);
+}
+
+namespace bytewise {
+
+char const* findInSet(char const* text, ByteTable const& set)
+{
+    while (!set.has(*text))
+        ++text;
+    return text;
+}
+
+char const* findText(char const* text, TextNeedle const& needle)
+{
+    while ((text = std::strchr(text, *needle.text))) {
+        if (std::strncmp(text, needle.text, needle.length) == 0)
+            return text;
+        ++text;
+    }
+    return nullptr;
+}
+
+char const* findPrefix(char const* text, PrefixFilter const& filter)
+{
     auto const at = [&](int position, char c) {
         unsigned char const byte = static_cast<unsigned char>(c);
         return filter.low[position][byte & 15] & filter.high[position][byte >> 4];
@@ -304,6 +311,8 @@ char const* findPrefix(char const* text, PrefixFilter const& filter)
     }
     return text;
 }
+
+}  // namespace bytewise
 
 unsigned frequencyOf(char c)
 {

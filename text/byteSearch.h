@@ -136,6 +136,15 @@ struct PrefixFilter {
 /// position that comes out.
 char const* findPrefix(char const* text, PrefixFilter const& filter);
 
+/// The same searches for machines without the instructions that the others need.
+namespace bytewise {
+
+char const* findInSet(char const* text, ByteTable const& set);
+char const* findText(char const* text, TextNeedle const& needle);
+char const* findPrefix(char const* text, PrefixFilter const& filter);
+
+}  // namespace bytewise
+
 /// How often the byte occurs in running text, in 65536 bytes, roughly. Never 0.
 unsigned frequencyOf(char c);
 

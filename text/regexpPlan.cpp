@@ -7,29 +7,8 @@
 namespace zk {
 
 static_assert(std::is_trivially_copyable_v<RegexpPlan> && std::is_trivially_copyable_v<RegexpStep>);
-static_assert(offsetof(regexp, seal) + sizeof regexp::seal == offsetof(regexp, regmust),
-              "the seal takes padding only");
 
 namespace {
-
-constexpr std::size_t programOffset = offsetof(regexp, program);
-
-std::size_t planOffset(std::size_t programSize)
-{
-    return (programOffset + programSize + alignof(RegexpPlan) - 1) / alignof(RegexpPlan) *
-        alignof(RegexpPlan);
-}
-
-// The seal: the program's size, and a mark that only this size at this address has in this process.
-static_assert(sizeof regexp::seal == sizeof(std::uint16_t) + sizeof(std::uint32_t));
-
-std::uint32_t markOf(regexp const& expression, std::size_t programSize)
-{
-    static char const secret = 0;  // its address differs from process to process
-    std::uint64_t const mixed = (reinterpret_cast<std::uintptr_t>(&expression) >> 4) * 0x9E3779B97F4A7C15ull +
-        (reinterpret_cast<std::uintptr_t>(&secret) + programSize) * 0xBF58476D1CE4E5B9ull;
-    return static_cast<std::uint32_t>(mixed >> 32);
-}
 
 class PlanMaker {
 public:
@@ -118,10 +97,7 @@ void PlanMaker::run()
     resolveJumps();
     findFirstBytes();
     chooseSearch();
-    std::uint16_t const size = static_cast<std::uint16_t>(programSize_);
-    std::uint32_t const mark = markOf(expression_, programSize_);
-    std::memcpy(expression_.seal, &size, sizeof size);
-    std::memcpy(expression_.seal + sizeof size, &mark, sizeof mark);
+    sealRecord(expression_, programSize_);
 }
 
 // The nodes stand one behind the other, operands that are nodes among them.
@@ -578,40 +554,10 @@ void PlanMaker::choosePrefix(double& best, std::uint16_t leading)
 
 }  // namespace
 
-std::size_t regexpBlockSize(std::size_t programSize, std::size_t nodes, std::size_t sets)
-{
-    // The last parts are the table of lower case and PlanMaker::numberAt_.
-    return planOffset(programSize) + sizeof(RegexpPlan) + nodes * (sizeof(ByteSet) + sizeof(RegexpStep)) +
-        sets * sizeof(ByteTable) + (programSize + sizeof CaseFolding::lower + 1) / 2 * 2 +
-        programSize * sizeof(std::uint16_t);
-}
-
 void makePlan(regexp& expression, std::size_t programSize, std::size_t nodes, std::size_t sets,
               CaseFolding const* folding)
 {
     PlanMaker(expression, programSize, nodes, sets, folding).run();
-}
-
-std::size_t sealedSize(regexp const& expression)
-{
-    std::uint16_t size;
-    std::uint32_t mark;
-    std::memcpy(&size, expression.seal, sizeof size);
-    std::memcpy(&mark, expression.seal + sizeof size, sizeof mark);
-    return mark == markOf(expression, size) ? size : 0;
-}
-
-RegexpPlan const* planOf(regexp const& expression)
-{
-    std::size_t const size = sealedSize(expression);
-    if (size == 0)
-        return nullptr;
-    RegexpPlan const* const plan =
-        reinterpret_cast<RegexpPlan const*>(reinterpret_cast<char const*>(&expression) + planOffset(size));
-    bool const same = plan->regmust == expression.regmust && plan->regmlen == expression.regmlen &&
-        plan->regstart == expression.regstart && plan->reganch == expression.reganch &&
-        std::memcmp(plan->programCopy(), expression.program, size) == 0;
-    return same ? plan : nullptr;
 }
 
 }  // namespace zk

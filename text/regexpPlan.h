@@ -100,6 +100,12 @@ struct RegexpPlan {
 /// The bytes of a block for a program of this size, with so many nodes, and so many runs and sets among them.
 std::size_t regexpBlockSize(std::size_t programSize, std::size_t nodes, std::size_t sets);
 
+/// Where the plan starts in such a block.
+std::size_t planOffset(std::size_t programSize);
+
+/// Marks the record as one with a plan behind its program, at the address where it is.
+void sealRecord(regexp& expression, std::size_t programSize);
+
 /// Makes the plan behind the finished program, and the seal.
 ///
 /// With a `folding` it matches as if the text were lower-cased; the program is then of a lower-cased expression.

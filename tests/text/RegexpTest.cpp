@@ -268,3 +268,21 @@ TEST(Regexp, findsWithoutCaseWhatItFindsInLowerCase)
     }
     EXPECT_GT(matches, 5000);
 }
+
+// The way for an expression that is not as it was made: here one whose seal is gone.
+TEST(Regexp, findsWithoutCaseOnACopyIfTheExpressionWasChanged)
+{
+    Regexp expression("(b+)C", 1);
+    regexp* program;
+    std::memcpy(&program, static_cast<void const*>(&expression), sizeof program);
+    std::memset(program->seal, 0, sizeof program->seal);
+    {
+        std::string const subject = std::string(100, 'A') + "BBc";
+        EXPECT_EQ(expression.match(subject.c_str()), 1);
+    }
+
+    EXPECT_EQ(expression.groups(), 2);
+    EXPECT_EQ(expression.getgroup(0).start(), 100);
+    EXPECT_EQ(expression.getgroup(1).end(), 101);
+    EXPECT_EQ(expression.match("bb"), 0);
+}

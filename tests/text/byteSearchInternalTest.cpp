@@ -70,6 +70,8 @@ TEST(ByteSearch, stopsAtTheEndOfTheText)
     for (std::size_t size = 0; size < 50; ++size) {
         atEachPlace(std::string(size, 'b'), [&](char const* text) {
             ASSERT_EQ(zk::findInSet(text, vowels), text + size);
+            ASSERT_EQ(zk::bytewise::findInSet(text, vowels), text + size);
+            ASSERT_EQ(zk::bytewise::findText(text, zk::makeNeedle("abbb", 4)), nullptr);
             ASSERT_EQ(zk::findText(text, zk::makeNeedle("a", 1)), nullptr);
             ASSERT_EQ(zk::findText(text, zk::makeNeedle("ab", 2)), nullptr);
             ASSERT_EQ(zk::findText(text, zk::makeNeedle("abbb", 4)), nullptr);
@@ -86,6 +88,7 @@ TEST(ByteSearch, findsTheFirstOccurrenceOfAText)
             std::string const text =
                 std::string(room, 'a') + needle.substr(0, needle.size() - 1) + "." + needle + needle;
             atEachPlace(text, [&](char const* subject) {
+                ASSERT_EQ(zk::bytewise::findText(subject, prepared), zk::findText(subject, prepared));
                 ASSERT_EQ(zk::findText(subject, prepared) - subject,
                           static_cast<std::ptrdiff_t>(text.find(needle)))
                     << needle << " in " << text;
@@ -114,6 +117,7 @@ TEST(ByteSearch, letsThroughEveryPlaceWhereAPrefixStands)
         for (std::size_t room = 0; room < 50; ++room) {
             atEachPlace(std::string(room, '-') + word + "---", [&](char const* text) {
                 ASSERT_EQ(zk::findPrefix(text, filter) - text, static_cast<std::ptrdiff_t>(room));
+                ASSERT_EQ(zk::bytewise::findPrefix(text, filter), zk::findPrefix(text, filter));
             });
         }
     }
@@ -127,6 +131,7 @@ TEST(ByteSearch, letsThroughTheLastTwoPlacesAndTheEnd)
             std::size_t const first = size < 2 ? 0 : size - 2;
             char const* place = zk::findPrefix(text, nothing);
             ASSERT_EQ(place, text + first);
+            ASSERT_EQ(zk::bytewise::findPrefix(text, nothing), place);
             while (*place != '\0') {
                 ASSERT_EQ(zk::findPrefix(place + 1, nothing), place + 1);
                 ++place;
