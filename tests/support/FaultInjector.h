@@ -69,6 +69,24 @@ template <>
 struct FailureOf<&SystemCalls::getpwuid_r> : ResultIsErrorNumber {
 };
 
+template <>
+struct FailureOf<&SystemCalls::posix_fallocate> : ResultIsErrorNumber {
+};
+
+template <>
+struct FailureOf<&SystemCalls::pthread_create> : ResultIsErrorNumber {
+};
+
+template <>
+struct FailureOf<&SystemCalls::mmap> {
+    template <class Result>
+    static Result give(int error) noexcept
+    {
+        errno = error;
+        return reinterpret_cast<Result>(-1);
+    }
+};
+
 /// Stands in a table entry for the life of the object. `Kind` derives from
 /// this class and has a template <class Result> Result intercept(call, arguments...),
 /// where `call` is what stood in the entry before.

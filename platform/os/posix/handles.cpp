@@ -1,6 +1,7 @@
 #include "platform/os/posix/handles.h"
 
 #include "platform/os/posix/threadRecord.h"
+#include "platform/os/posix/threads.h"
 
 #include <pthread.h>
 #include <sched.h>
@@ -274,9 +275,15 @@ bool HandlePin::pinInPlace(HANDLE handle) noexcept
     return true;
 }
 
-// Marks the slot as shared and tries again; without a place to pin in, copies the pointer.
+// Marks the slot as shared and tries again; without a place to pin in, copies
+// the pointer. The value that stands for the calling thread comes here as well.
 bool HandlePin::pinOfOtherThread(HANDLE handle) noexcept
 {
+    if (handle == GetCurrentThread()) {
+        kept_ = ownThreadObject();
+        object_ = kept_.get();
+        return object_ != nullptr;
+    }
     bool hasPlace;
     {
         TableLock const lock;

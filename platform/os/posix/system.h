@@ -39,3 +39,12 @@
 #include "platform/os/posix/globalMemory.h"
 
 #include "platform/os/posix/clipboard.h"
+#include "platform/os/posix/criticalSection.h"
+#include "platform/os/posix/event.h"
+#include "platform/os/posix/interlocked.h"
+#include "platform/os/posix/mutex.h"
+#include "platform/os/posix/securityDescriptor.h"
+#include "platform/os/posix/semaphore.h"
+#include "platform/os/posix/threadLocal.h"
+#include "platform/os/posix/threads.h"
+#include "platform/os/posix/waits.h"

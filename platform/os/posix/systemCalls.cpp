@@ -3,6 +3,8 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/mman.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -52,6 +54,15 @@ constinit SystemCalls systemCallTable = {
     // Time.
     .clock_gettime = ::clock_gettime,
     .clock_nanosleep = ::clock_nanosleep,
+
+    // Memory, threads and waits.
+    .mmap = ::mmap,
+    .posix_fallocate = ::posix_fallocate,
+    .pthread_create = ::pthread_create,
+    .futex = [](std::uint32_t* word, int operation, std::uint32_t value, timespec const* timeout,
+                std::uint32_t* other, std::uint32_t mask) {
+        return ::syscall(SYS_futex, word, operation, value, timeout, other, mask);
+    },
 
     // Environment and names.
     .setenv = ::setenv,

@@ -14,6 +14,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <pthread.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <sys/types.h>
@@ -21,6 +22,7 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <cstdint>
 
 namespace zk::os {
 
@@ -66,6 +68,14 @@ struct SystemCalls {
     // Time.
     int (*clock_gettime)(clockid_t clock, timespec* now);
     int (*clock_nanosleep)(clockid_t clock, int flags, timespec const* time, timespec* left);
+
+    // Memory, threads and waits.
+    void* (*mmap)(void* address, std::size_t length, int protection, int flags, int descriptor, off_t offset);
+    int (*posix_fallocate)(int descriptor, off_t offset, off_t length);
+    int (*pthread_create)(pthread_t* thread, pthread_attr_t const* attributes, void* (*entry)(void*),
+                          void* argument);
+    long (*futex)(std::uint32_t* word, int operation, std::uint32_t value, timespec const* timeout,
+                  std::uint32_t* other, std::uint32_t mask);
 
     // Environment and names.
     int (*setenv)(char const* name, char const* value, int overwrite);

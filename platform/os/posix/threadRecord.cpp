@@ -12,6 +12,7 @@ namespace zk::os {
 namespace {
 
 constinit std::atomic<ThreadRecord*> firstRecord{nullptr};
+constinit std::atomic<std::uint64_t> lastSerial{0};
 
 // Runs at the end of a thread, after its thread_local objects are destroyed:
 // those may still call into the seam. A call from another key's destructor
@@ -19,7 +20,11 @@ constinit std::atomic<ThreadRecord*> firstRecord{nullptr};
 void releaseAtThreadEnd(void* record) noexcept
 {
     ownThreadRecord = nullptr;
-    static_cast<ThreadRecord*>(record)->release();
+    auto& ended = *static_cast<ThreadRecord*>(record);
+    ThreadState* const state = ended.state;
+    ended.release();
+    if (state)
+        noteEndOfThread(*state, true);
 }
 
 // Of a forked process only the forking thread goes on: the others' records are free.
@@ -27,7 +32,7 @@ void keepOwnRecordOnly() noexcept
 {
     for (ThreadRecord* record = firstRecord; record; record = record->next) {
         if (record == ownThreadRecord)
-            record->id = 0;
+            record->id = askThreadId();
         else if (record->inUse)
             record->release();
     }
@@ -43,7 +48,7 @@ struct Setup {
     }
 
     pthread_key_t key{};
-    bool hasKey;  // else the records of ended threads are lost, which costs memory alone
+    bool hasKey;
 };
 
 ThreadRecord* takeFromPool() noexcept
@@ -95,15 +100,26 @@ void ThreadRecord::release() noexcept
 ThreadRecord* makeThreadRecord() noexcept
 {
     static Setup const setup;
+    if (!setup.hasKey)
+        return nullptr;  // nobody would give the record back
     ThreadRecord* record = takeFromPool();
     if (!record)
         record = makeInPool();
     if (!record)
         return nullptr;
-    if (setup.hasKey)
-        pthread_setspecific(setup.key, record);
+    if (pthread_setspecific(setup.key, record) != 0) {
+        record->release();
+        return nullptr;
+    }
+    record->serial = lastSerial.fetch_add(1, std::memory_order_relaxed) + 1;
+    record->id = askThreadId();
     ownThreadRecord = record;
     return record;
+}
+
+DWORD askThreadId() noexcept
+{
+    return DWORD(gettid());
 }
 
 ThreadRecord* firstThreadRecord() noexcept
@@ -116,8 +132,11 @@ void leaveThread() noexcept
     if (ThreadRecord* const record = ownThreadRecord) {
         if (auto* const word = record->sleepsOn)
             syscall(SYS_futex, word, FUTEX_WAKE_PRIVATE, 1, nullptr, nullptr, 0);
+        ThreadState* const state = record->state;
         ownThreadRecord = nullptr;
         record->release();
+        if (state)
+            noteEndOfThread(*state, false);
     }
     for (;;)
         syscall(SYS_exit, 0);  // of the thread alone

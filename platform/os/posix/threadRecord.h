@@ -39,7 +39,8 @@ struct alignas(64) ThreadRecord {
     /// that moment, the thread hands a wake-up that it may have used up on to the next one.
     std::atomic<std::uint32_t>* volatile sleepsOn = nullptr;
 
-    DWORD id = 0;                  ///< the thread's number; 0: not asked for yet
+    std::uint64_t serial = 0;  ///< of the thread: unlike numbers and records, never used again
+    DWORD id = 0;                  ///< the thread's number
     ThreadState* state = nullptr;  ///< the object behind the thread's handles, if it has one
 
     std::atomic<bool> inUse{true};
@@ -54,6 +55,10 @@ ThreadRecord* threadRecord() noexcept;
 
 /// The first of all records; follow `next`.
 ThreadRecord* firstThreadRecord() noexcept;
+
+/// Tells a thread's object that the thread ends, on that thread. `mayFree` is
+/// false in a signal handler. Afterwards the thread doesn't know the object any more.
+void noteEndOfThread(ThreadState& state, bool mayFree) noexcept;
 
 /// Ends the calling thread there and then: no destructor, no handler for its
 /// end runs. Its record goes back to the pool, and the kernel marks the mutexes
@@ -99,10 +104,18 @@ extern constinit bool hasRemoteFence;
 void passRemoteFence() noexcept;
 
 ThreadRecord* makeThreadRecord() noexcept;
+DWORD askThreadId() noexcept;
 
 inline ThreadRecord* threadRecord() noexcept
 {
     return __builtin_expect(ownThreadRecord != nullptr, 1) ? ownThreadRecord : makeThreadRecord();
+}
+
+/// The calling thread's number.
+inline DWORD ownThreadId() noexcept
+{
+    ThreadRecord const* const record = threadRecord();
+    return __builtin_expect(record != nullptr, 1) ? record->id : askThreadId();
 }
 
 }  // namespace zk::os

@@ -185,8 +185,8 @@ TEST_F(HandleTable, inheritableObjectsAreThoseMarked)
 // usable, and after CloseHandle() it is gone.
 void useWhileOthersClose(std::atomic<int>& alive)
 {
-    constexpr int users = 3;
-    constexpr int rounds = 1000;
+    constexpr int users = 2;
+    constexpr int rounds = 500;
     std::atomic<HANDLE> current = nullptr;
     std::atomic<bool> done = false;
     std::atomic<int> faults = 0;
