@@ -3,6 +3,7 @@
 #include "platform/os/posix/lastError.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -313,6 +314,10 @@ HLOCAL LocalAlloc(UINT flags, SIZE_T size) noexcept
 {
     if (flags & ~LPTR) {
         SetLastError(ERROR_INVALID_PARAMETER);
+        return nullptr;
+    }
+    if (size > PTRDIFF_MAX) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
     SIZE_T const atLeast = std::max<SIZE_T>(size, 1);

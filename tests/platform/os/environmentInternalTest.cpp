@@ -124,7 +124,7 @@ TEST(EnvironmentCopies, holdWhatAChildWouldInherit)
     EXPECT_EQ(std::count(variables.begin(), variables.end(), "ZK_TEST_COPY=a=b"), 1);
 }
 
-TEST(EnvironmentStrings, ofNoVariablesAreTwoNuls)
+TEST(EnvironmentBlocks, ofNoVariablesAreTwoNuls)
 {
     char** const all = environ;
     environ = nullptr;
@@ -136,7 +136,7 @@ TEST(EnvironmentStrings, ofNoVariablesAreTwoNuls)
     FreeEnvironmentStringsA(block);
 }
 
-TEST(EnvironmentStrings, areNotMadeOfNull)
+TEST(EnvironmentBlocks, areNotMadeOfNull)
 {
     char target[4];
 
