@@ -199,6 +199,3 @@ private:
         std::rotate(first + place, first + from, first + this->cnt_);
     }
 };
-
-extern template class ZK_UTIL_API SPListBase<Range>;
-extern template class ZK_UTIL_API SPList<Range>;

@@ -212,6 +212,13 @@ private:
         first_ = first;
     }
 
+    // Takes memory for `more` elements behind the last one at once. What counts stays as it is.
+    void reserve(std::int64_t more)
+    {
+        std::int64_t const slots = first_ + std::int64_t(cnt_) + more + allocinc_ + 1;
+        a_ = zk::ListWindow<T>::reserve(a_, {allocated_, first_, cnt_}, static_cast<std::ptrdiff_t>(slots));
+    }
+
     // A list that grows by 1 may be out of balance after a growth: once more then.
     void makeRoomAtEnd()
     {

@@ -26,7 +26,7 @@ SPString::SPString(substring const& window) : text_(window.text(), window.length
 
 SPString& SPString::operator=(substring const& window)
 {
-    take(window.text(), window.length());
+    text_.take(window.text(), window.length());
     return *this;
 }
 
@@ -120,7 +120,7 @@ int SPString::m(char const* pattern, SPStringList& groups, char const* opts) con
 SPStringList SPString::split(char const* pattern, int limit) const
 {
     SPStringList fields;
-    fields.split(*this, pattern, limit);
+    fields.splitText({*this, text_.viewLength()}, pattern, limit);
     return fields;
 }
 
@@ -140,15 +140,6 @@ void SPString::insert(std::size_t pos, std::size_t count, char const* text, std:
     }
     text_.remove(pos, count);
     text_.insert(pos, text, length);
-}
-
-// Assigns a text that comes in a buffer which just holds it.
-void SPString::take(char const* text, std::size_t length)
-{
-    bool const fits = length + 1 < text_.allocated_;
-    text_.assign(text, length, fits ? text_.allocated_ : length + 1);
-    if (!fits)
-        text_.step_ = VarString::defaultSize;
 }
 
 SPString::substring::substring(SPString& str, std::size_t pos, std::size_t len) noexcept

@@ -26,6 +26,7 @@ class SPStringList;
 class ZK_UTIL_API SPString {
 public:
     class substring;
+    using zkRelocatable = void;  // its bytes may be moved
 
     /// Stands for "up to the end" where a length or an end is asked for.
     static constexpr std::size_t all = static_cast<std::size_t>(-1);
@@ -150,9 +151,14 @@ private:
     {
     }
 
+    // As VarString finds it, without a look at the text: a string is never in the state after erase().
+    std::size_t textLength() const noexcept
+    {
+        return text_.irregular_ ? text_.searchViewLength() : text_.length();
+    }
+
     int compare(char const* other) const noexcept;
     void insert(std::size_t pos, std::size_t count, char const* text, std::size_t length);
-    void take(char const* text, std::size_t length);
 
     VarString text_;
 };

@@ -1,22 +1,37 @@
 #include "text/SPStringList.h"
 
 #include "text/Regexp.h"
+#include "text/endSearch.h"
 #include "text/options.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <iostream>
 #include <string>
-
-template class SPListBase<SPString>;
-template class SPList<SPString>;
-template class SubList<SPString>;
-template class SPListBase<Range>;
-template class SPList<Range>;
 
 namespace {
 
 constexpr char const* wordsPattern = "' '";
 constexpr char const* blanks = " \t\n";
+
+// Copies `length` bytes and gives their end. Most texts are short, and a call costs more than they do.
+char* copyText(char* out, char const* text, std::size_t length)
+{
+    std::uint64_t head, tail;
+    if (length > 2 * sizeof head) {
+        std::memcpy(out, text, length);
+    } else if (length >= sizeof head) {
+        std::memcpy(&head, text, sizeof head);
+        std::memcpy(&tail, text + length - sizeof tail, sizeof tail);
+        std::memcpy(out, &head, sizeof head);
+        std::memcpy(out + length - sizeof tail, &tail, sizeof tail);
+    } else {
+        for (std::size_t i = 0; i < length; ++i)
+            out[i] = text[i];
+    }
+    return out + length;
+}
 
 }  // namespace
 
@@ -63,45 +78,60 @@ SPStringList::~SPStringList() = default;
 int SPStringList::split(char const* text, char const* pattern, int limit)
 {
     std::string const copy(text ? text : "");  // `text` may be an element of this list
-    Regexp expression(pattern);
-    if (!pattern || *pattern == '\0') {
-        for (char const& c : copy)
-            push(&c, 1);
-    } else if (std::strcmp(pattern, wordsPattern) == 0) {
-        for (char const* word = copy.c_str(); *(word += std::strspn(word, blanks));) {
-            std::size_t const length = std::strcspn(word, blanks);
-            push(word, length);
-            word += length;
-        }
-    } else {
-        splitByExpression(copy.c_str(), expression, limit);
-    }
+    return splitText(copy, pattern, limit);
+}
+
+int SPStringList::splitText(std::string_view text, char const* pattern, int limit)
+{
+    if (!pattern || *pattern == '\0')
+        splitIntoCharacters(text);
+    else if (std::strcmp(pattern, wordsPattern) == 0)
+        splitIntoWords(text);
+    else
+        splitByExpression(text, pattern, limit);
     if (limit < 0)
         dropEmptyEnd();
     return count();
 }
 
-void SPStringList::splitByExpression(char const* text, Regexp& expression, int limit)
+void SPStringList::splitIntoCharacters(std::string_view text)
 {
-    std::size_t rest = std::strlen(text);
-    for (int field = 1; expression.match(text); ++field) {
+    reserve(static_cast<std::int64_t>(text.size()));
+    for (char const& c : text)
+        pushText(std::string_view(&c, 1));
+}
+
+void SPStringList::splitIntoWords(std::string_view text)
+{
+    for (;;) {
+        std::size_t const start = text.find_first_not_of(blanks);
+        if (start == text.npos)
+            break;
+        std::size_t const end = std::min(text.find_first_of(blanks, start), text.size());
+        pushText(text.substr(start, end - start));
+        text.remove_prefix(end);
+    }
+}
+
+void SPStringList::splitByExpression(std::string_view text, char const* pattern, int limit)
+{
+    zk::EndSearch search(pattern, false, text);
+    if (std::size_t const matches = search.count(); limit < 0)
+        reserve(static_cast<std::int64_t>(matches) + 1);
+    std::string_view rest = text;
+    for (int field = 1; search.next(); ++field) {
         if (limit >= 0 && field >= limit)
             break;
-        Range const match = expression.getgroup(0);
-        std::size_t const end = static_cast<std::size_t>(match.end() + 1);
-        if (end == 0 && limit < 0)
-            break;
-        push(text, static_cast<std::size_t>(match.start()));
-        int const groups = expression.groups();
-        for (int group = 1; group < groups; ++group) {
-            Range const range = expression.getgroup(group);
-            push(text + range.start(), static_cast<std::size_t>(range.length()));
-        }
-        text += end;
-        rest -= end;
+        if (search.rest().size() == rest.size() && limit < 0)
+            break;  // an empty match, which would come again for ever
+        pushText(search.before());
+        int const groups = search.groups();
+        for (int group = 1; group < groups; ++group)
+            pushText(search.group(group));
+        rest = search.rest();
     }
-    if (rest > 0)
-        push(text, rest);
+    if (!rest.empty())
+        pushText(rest);
 }
 
 void SPStringList::dropEmptyEnd()
@@ -114,13 +144,37 @@ void SPStringList::dropEmptyEnd()
 
 SPString SPStringList::join(char const* separator) const
 {
-    std::size_t const separatorLength = separator ? std::strlen(separator) : 0;
+    std::size_t const between = separator ? std::strlen(separator) : 0;
+    SPString const* const elements = a_ + first_;
+    constexpr int ahead = 8;
     SPString joined;
-    for (int i = 0; i < count(); ++i) {
-        joined += (*this)[i];
-        if (separatorLength > 0 && i + 1 < count())
-            joined += separator;
+    // The buffer gets the size to which it would grow step by step.
+    std::size_t length = 0;
+    std::size_t size = joined.text_.allocated_;
+    auto const count = [&](std::size_t more) {
+        length += more;
+        if (length >= size)
+            size = length + joined.text_.step_;
+    };
+    for (int i = 0; i < cnt_; ++i) {
+        count(elements[i].textLength());
+        if (i + 1 < cnt_)
+            count(between);
     }
+    if (length == 0)
+        return joined;
+    joined.text_.enlarge(size, 0);
+    char* out = joined.text_.text_;
+    for (int i = 0; i < cnt_; ++i) {
+        // Texts lie where memory was free: fetch the next ones while this one is copied.
+        if (i + ahead < cnt_)
+            __builtin_prefetch(elements[i + ahead].text_.text_);
+        out = copyText(out, elements[i].text_.text_, elements[i].textLength());
+        if (i + 1 < cnt_)
+            out = copyText(out, separator, between);
+    }
+    *out = '\0';
+    joined.text_.length_ = length;
     return joined;
 }
 
@@ -141,10 +195,14 @@ SPStringList SPStringList::grep(char const* pattern, char const* opts) const
     return found;
 }
 
-// Appends the first `length` characters of `text`, which is no part of this list.
-void SPStringList::push(char const* text, std::size_t length)
+// Appends `text`, which is no part of this list.
+void SPStringList::pushText(std::string_view text)
 {
-    addSlot().take(text, length);
+    VarString& slot = addSlot().text_;
+    if (slot.isUnused())
+        slot.begin(text.data(), text.size());
+    else
+        slot.take(text.data(), text.size());
 }
 
 int SPStringList::pushGroups(Regexp const& expression, char const* text)
@@ -152,7 +210,7 @@ int SPStringList::pushGroups(Regexp const& expression, char const* text)
     int const groups = expression.groups();
     for (int group = 0; group < groups; ++group) {
         Range const range = expression.getgroup(group);
-        push(text + range.start(), static_cast<std::size_t>(range.length()));
+        pushText(std::string_view(text + range.start(), static_cast<std::size_t>(range.length())));
     }
     return groups;
 }

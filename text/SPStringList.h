@@ -11,12 +11,9 @@
 #include "zk_export.h"
 
 #include <iosfwd>
+#include <string_view>
 
 class Regexp;
-
-extern template class ZK_UTIL_API SPListBase<SPString>;
-extern template class ZK_UTIL_API SPList<SPString>;
-extern template class ZK_UTIL_API SubList<SPString>;
 
 /// A list of strings.
 ///
@@ -67,13 +64,13 @@ public:
 private:
     friend class SPString;
 
-    void push(char const* text, std::size_t length);
+    void pushText(std::string_view text);
     int pushGroups(Regexp const& expression, char const* text);
-    void splitByExpression(char const* text, Regexp& expression, int limit);
+    int splitText(std::string_view text, char const* pattern, int limit);
+    void splitIntoCharacters(std::string_view text);
+    void splitIntoWords(std::string_view text);
+    void splitByExpression(std::string_view text, char const* pattern, int limit);
     void dropEmptyEnd();
-
-public:
-    using SPList<SPString>::push;
 };
 
 /// Writes each element on a line of its own.

@@ -1,9 +1,8 @@
 // SPString::s: replaces the matches of an expression.
-#include "text/Regexp.h"
 #include "text/SPString.h"
+#include "text/endSearch.h"
 #include "text/options.h"
 
-#include <cctype>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -22,18 +21,15 @@ public:
         endLiteral(noGroup);
     }
 
-    // Appends what replaces the last match of `expression`, in `text`.
-    void expand(std::string& out, char const* text, Regexp const& expression) const
+    // Appends what replaces the match that `search` has found.
+    void expand(std::string& out, zk::EndSearch const& search) const
     {
         char const* literal = literals_.data();
         for (Piece const& piece : pieces_) {
             out.append(literal, piece.literalLength);
             literal += piece.literalLength;
-            if (piece.group == noGroup)
-                continue;
-            Range const range = expression.getgroup(piece.group);
-            if (range.length() > 0)
-                out.append(text + range.start(), static_cast<std::size_t>(range.length()));
+            if (piece.group != noGroup)
+                out.append(search.group(piece.group));
         }
     }
 
@@ -74,77 +70,34 @@ private:
     std::vector<Piece> pieces_;
 };
 
-std::string lowerCased(char const* text)
-{
-    std::string lowered(text);
-    for (char& c : lowered)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return lowered;
-}
-
-// Searches one end of a text after the other, each as a text of its own.
-//
-// Where case is ignored the text is lower-cased once: to do so for each end
-// would take quadratic time.
-class EndSearch {
-public:
-    EndSearch(Regexp& expression, char const* pattern, char const* text, bool ignoresCase)
-        : expression_(&expression), text_(text)
-    {
-        if (ignoresCase) {
-            loweredText_ = lowerCased(text);
-            text_ = loweredText_.c_str();
-            loweredExpression_.emplace_back(lowerCased(pattern).c_str());
-            expression_ = &loweredExpression_.front();
-        }
-    }
-
-    bool matchFrom(std::size_t start) { return expression_->match(text_ + start) != 0; }
-    Regexp const& expression() const { return *expression_; }
-
-private:
-    Regexp* expression_;
-    char const* text_;
-    std::string loweredText_;
-    std::vector<Regexp> loweredExpression_;
-};
-
 }  // namespace
 
 int SPString::s(char const* pattern, char const* replacement, char const* opts)
 {
-    bool const ignoresCase = zk::hasOption(opts, 'i');
-    Regexp expression(pattern, ignoresCase);
-    if (!expression.match(*this))
+    zk::EndSearch search(pattern, zk::hasOption(opts, 'i'), {*this, length()});
+    if (!search.next())
         return 0;
     Replacement const parts(replacement ? replacement : "");
-    char const* const text = *this;
-    Range const first = expression.getgroup(0);
-    auto const start = static_cast<std::size_t>(first.start());
-    auto const matched = static_cast<std::size_t>(first.length());
-    std::size_t const end = start + matched;
+    std::size_t const start = search.start();
+    std::size_t const matched = search.end() - start;
 
-    std::string out(text, start);
-    parts.expand(out, text, expression);
-    std::size_t const replaced = out.size() - start;
-    if (!zk::hasOption(opts, 'g') || end >= length()) {
-        text_.remove(start, matched);
-        text_.insert(start, out.data() + start, replaced);
+    std::string out;
+    parts.expand(out, search);
+    std::size_t const replaced = out.size();
+    if (!zk::hasOption(opts, 'g') || search.end() >= length()) {
+        insert(start, matched, out.data(), replaced);
         return 1;
     }
 
-    int count = 1;
-    std::size_t done = end;
     out.reserve(length() + length() / 8);
-    EndSearch search(expression, pattern, text, ignoresCase);
-    for (bool progress = end > 0; progress && done < length() && search.matchFrom(done); ++count) {
-        Range const match = search.expression().getgroup(0);
-        out.append(text + done, static_cast<std::size_t>(match.start()));
-        parts.expand(out, text + done, search.expression());
-        done += static_cast<std::size_t>(match.end() + 1);
-        progress = match.end() >= 0;
+    out.insert(0, *this, start);
+    int count = 1;
+    for (bool progress = search.end() > 0; progress && search.end() < length() && search.next(); ++count) {
+        out.append(search.before());
+        parts.expand(out, search);
+        progress = search.end() > search.start() || !search.before().empty();
     }
-    out.append(text + done, length() - done);
+    out.append(search.rest());
 
     // The buffer grows as if what stands behind the first match had been put back first, and the match
     // replaced then.

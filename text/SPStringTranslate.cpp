@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -100,21 +101,21 @@ public:
     // many were found.
     std::size_t apply(char* text, std::size_t& length) const
     {
-        if (!drops_ && !squeezes_)
-            return replace(text, length);
-        std::size_t count = 0;
-        std::size_t out = 0;
-        for (std::size_t i = 0; i < length; ++i) {
-            unsigned const entry = table_[byteOf(text[i])];
-            char const c = static_cast<char>(entry & character);
-            bool const isFound = entry & found;
-            count += isFound;
-            bool const repeats = squeezes_ && isFound && out > 0 && text[out - 1] == c;
-            text[out] = c;
-            out += !(entry & dropped) && !repeats;
+        if (drops_ || squeezes_)
+            return squeezes_ ? compress<true>(text, length) : compress<false>(text, length);
+        std::vector<Run> const runs = changingRuns();
+        std::size_t const blocks = length / blockSize * blockSize;
+        std::size_t counted = 0;
+        std::size_t done = blocks;
+        switch (runs.size()) {
+        case 0: break;
+        case 1: counted = replaceBlocks<1>(text, blocks, runs); break;
+        case 2: counted = replaceBlocks<2>(text, blocks, runs); break;
+        case 3: counted = replaceBlocks<3>(text, blocks, runs); break;
+        case 4: counted = replaceBlocks<4>(text, blocks, runs); break;
+        default: done = 0;
         }
-        length = out;
-        return count;
+        return counted + replace(text + done, length - done);
     }
 
 private:
@@ -122,6 +123,74 @@ private:
     static constexpr Entry character = 0xFF;
     static constexpr Entry found = 0x100;
     static constexpr Entry dropped = 0x200;
+
+    // Neighbouring characters that are found, or not, and moved by the same distance.
+    struct Run {
+        unsigned char first;
+        unsigned char span;  // from the first to the last one
+        unsigned char distance;
+        bool isFound;
+    };
+
+    // 16 characters side by side.
+    static constexpr std::size_t blockSize = 16;
+    typedef unsigned char Block __attribute__((vector_size(blockSize)));
+
+    Run runAt(int c) const
+    {
+        return {byteOf(static_cast<char>(c)), 0, static_cast<unsigned char>(table_[c] - c),
+                (table_[c] & found) != 0};
+    }
+
+    // The runs in which something happens.
+    std::vector<Run> changingRuns() const
+    {
+        std::vector<Run> runs;
+        for (int c = 1; c < 256;) {
+            Run run = runAt(c);
+            while (++c < 256 && runAt(c).distance == run.distance && runAt(c).isFound == run.isFound)
+                ++run.span;
+            if (run.distance != 0 || run.isFound)
+                runs.push_back(run);
+        }
+        return runs;
+    }
+
+    template <std::size_t runCount>
+    static std::size_t replaceBlocks(char* text, std::size_t length, std::vector<Run> const& runs)
+    {
+        constexpr std::size_t roundLimit = 255;  // what a count in a byte holds
+        constexpr Block zeros = {};
+        Block firsts[runCount];
+        Block spans[runCount];
+        Block distances[runCount];
+        Block founds[runCount];
+        for (std::size_t k = 0; k < runCount; ++k) {
+            firsts[k] = zeros + runs[k].first;
+            spans[k] = zeros + runs[k].span;
+            distances[k] = zeros + runs[k].distance;
+            founds[k] = zeros + static_cast<unsigned char>(runs[k].isFound);
+        }
+        std::size_t count = 0;
+        for (std::size_t i = 0; i < length;) {
+            std::size_t const end = std::min(length, i + roundLimit * blockSize);
+            Block counts = zeros;
+            for (; i < end; i += blockSize) {
+                Block block;
+                std::memcpy(&block, text + i, blockSize);
+                Block moved = block;
+                for (std::size_t k = 0; k < runCount; ++k) {
+                    Block const inRun = (Block)((Block)(block - firsts[k]) <= spans[k]);
+                    moved += inRun & distances[k];
+                    counts += inRun & founds[k];
+                }
+                std::memcpy(text + i, &moved, blockSize);
+            }
+            for (std::size_t k = 0; k < blockSize; ++k)
+                count += counts[k];
+        }
+        return count;
+    }
 
     std::size_t replace(char* text, std::size_t length) const
     {
@@ -131,6 +200,28 @@ private:
             text[i] = static_cast<char>(entry & character);
             count += entry >> 8;
         }
+        return count;
+    }
+
+    // Leaves characters out. Each step is the same whatever becomes of the character: what is left
+    // out is overwritten by the next one.
+    template <bool squeezes>
+    std::size_t compress(char* text, std::size_t& length) const
+    {
+        std::size_t count = 0;
+        std::size_t out = 0;
+        int last = -1;
+        for (std::size_t i = 0; i < length; ++i) {
+            unsigned const entry = table_[byteOf(text[i])];
+            int const c = static_cast<int>(entry & character);
+            unsigned const isFound = entry >> 8 & 1;
+            unsigned const isLeftOut = entry >> 9 | (squeezes ? isFound & unsigned(c == last) : 0);
+            count += isFound;
+            text[out] = static_cast<char>(c);
+            out += 1 - isLeftOut;
+            last = isLeftOut ? last : c;
+        }
+        length = out;
         return count;
     }
 

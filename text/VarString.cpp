@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 #include <functional>
+#include <new>
 #include <utility>
 
 namespace {
@@ -18,16 +19,18 @@ char const* orEmpty(char const* text)
 //
 // The size that counts grows by a fixed step, so that a text built character by
 // character would move at every step and cost quadratic time. Long blocks are
-// therefore rounded up to one of eight sizes per power of two: most steps then
-// find their bytes in the block at hand. The size of the block follows from the
-// size that counts, and needs no field of its own.
+// therefore rounded up, to four sizes per power of two and, where the system
+// gives memory only as it is touched, to the power itself: most steps then find
+// their bytes in the block at hand. The size of the block follows from the size
+// that counts, and needs no field of its own.
 std::size_t blockSize(std::size_t size)
 {
     constexpr std::size_t exactUpTo = 512;
+    constexpr std::size_t quartersUpTo = std::size_t(1) << 18;
     constexpr std::size_t roundedUpTo = SIZE_MAX / 4;  // what is larger fails to be allocated
     if (size <= exactUpTo || size > roundedUpTo)
         return size;
-    std::size_t const unit = std::bit_floor(size) / 8;
+    std::size_t const unit = size <= quartersUpTo ? std::bit_floor(size) / 4 : std::bit_ceil(size);
     return (size + unit - 1) / unit * unit;
 }
 
@@ -37,6 +40,8 @@ char const VarString::noText_[defaultSize] = {};
 
 VarString::VarString(std::size_t size) : VarString()
 {
+    if (size > PTRDIFF_MAX)
+        throw std::bad_alloc();
     size = std::max<std::size_t>(size, 1);
     text_ = new char[blockSize(size)];
     text_[0] = '\0';
@@ -141,12 +146,6 @@ char& VarString::operator[](std::size_t index)
     return text_[index];
 }
 
-void VarString::add(char const* text)
-{
-    text = orEmpty(text);
-    append(text, std::strlen(text));
-}
-
 void VarString::add(std::size_t pos, char const* text)
 {
     text = orEmpty(text);
@@ -162,24 +161,8 @@ void VarString::remove(std::size_t pos, std::size_t count)
     length_ -= count;
 }
 
-void VarString::swap(VarString& other) noexcept
+std::size_t VarString::searchViewLength() const noexcept
 {
-    std::swap(text_, other.text_);
-    std::swap(length_, other.length_);
-    std::swap(allocated_, other.allocated_);
-    std::size_t const step = step_;
-    bool const irregular = irregular_;
-    step_ = other.step_;
-    irregular_ = other.irregular_;
-    other.step_ = step;
-    other.irregular_ = irregular;
-}
-
-// Where the terminator stands: at length() but for erased strings and those that others wrote into.
-std::size_t VarString::viewLength() const noexcept
-{
-    if (!irregular_ && text_[length_] == '\0')
-        return length_;
     auto const end = static_cast<char const*>(std::memchr(text_, '\0', allocated_));
     return end ? end - text_ : allocated_ - 1;
 }
@@ -220,7 +203,7 @@ void VarString::growForCharacter()
     enlarge(length_ + 1 >= allocated_ ? allocated_ + step_ : allocated_, viewLength());
 }
 
-void VarString::append(char const* text, std::size_t length)
+void VarString::appendGrowing(char const* text, std::size_t length)
 {
     if (length == 0)
         return;
@@ -247,6 +230,25 @@ void VarString::assign(char const* text, std::size_t length, std::size_t size)
     }
     length_ = length;
     irregular_ = 0;
+}
+
+// Assigns a text as if it came in a buffer that just holds it.
+void VarString::take(char const* text, std::size_t length)
+{
+    bool const fits = length + 1 < allocated_;
+    assign(text, length, fits ? allocated_ : length + 1);
+    if (!fits)
+        step_ = defaultSize;
+}
+
+// The same for an unused string, which is then as if it had been made from the text.
+void VarString::begin(char const* text, std::size_t length)
+{
+    text_ = new char[blockSize(length + 1)];
+    std::memcpy(text_, text, length);
+    text_[length] = '\0';
+    length_ = length;
+    allocated_ = length + 1;
 }
 
 void VarString::insert(std::size_t pos, char const* text, std::size_t length)

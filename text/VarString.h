@@ -13,9 +13,11 @@
 #include "zk_export.h"
 
 #include <cstddef>
+#include <cstring>
 #include <memory>
 
 class SPString;
+class SPStringList;
 
 /// A growable buffer of characters.
 ///
@@ -93,7 +95,11 @@ public:
     }
 
     /// Appends `text`, which may be a part of this string.
-    void add(char const* text);
+    void add(char const* text)
+    {
+        if (text)
+            append(text, std::strlen(text));
+    }
 
     /// Inserts `text`, which may be a part of this string, before position `pos`; a `pos` past
     /// the end counts as the end.
@@ -108,6 +114,7 @@ public:
 
 private:
     friend class SPString;
+    friend class SPStringList;
     using Block = std::unique_ptr<char[]>;
 
     static constexpr std::size_t defaultSize = 32;
@@ -119,14 +126,42 @@ private:
     // `left` with `text` appended.
     VarString(VarString const& left, char const* text, std::size_t length);
 
-    void swap(VarString& other) noexcept;
-    std::size_t viewLength() const noexcept;
+    void swap(VarString& other) noexcept
+    {
+        char bytes[sizeof(VarString)];
+        std::memcpy(bytes, static_cast<void*>(this), sizeof bytes);
+        std::memcpy(static_cast<void*>(this), static_cast<void*>(&other), sizeof bytes);
+        std::memcpy(static_cast<void*>(&other), bytes, sizeof bytes);
+    }
+
+    // Where the terminator stands: at length() but for erased strings and those that others wrote into.
+    std::size_t viewLength() const noexcept
+    {
+        return !irregular_ && text_[length_] == '\0' ? length_ : searchViewLength();
+    }
+
+    std::size_t searchViewLength() const noexcept;
+
+    // A default string that was given no text yet.
+    bool isUnused() const noexcept { return text_ == noText(); }
     bool holds(char const* text) const noexcept;
     std::size_t sizeToAdd(std::size_t length) const noexcept;
     Block enlarge(std::size_t size, std::size_t kept);
     void growForCharacter();
-    void append(char const* text, std::size_t length);
+    void append(char const* text, std::size_t length)
+    {
+        if (length_ + length < allocated_ && text_[length_] == '\0' && !irregular_ && text_ != noText()) {
+            std::memcpy(text_ + length_, text, length);
+            length_ += length;
+            text_[length_] = '\0';
+        } else {
+            appendGrowing(text, length);
+        }
+    }
+    void appendGrowing(char const* text, std::size_t length);
     void assign(char const* text, std::size_t length, std::size_t size);
+    void take(char const* text, std::size_t length);
+    void begin(char const* text, std::size_t length);
     void insert(std::size_t pos, char const* text, std::size_t length);
 
     // The fields, in this order and these widths, are part of what other modules may rely on.

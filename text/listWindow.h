@@ -33,6 +33,15 @@ struct ListExtent {
     std::ptrdiff_t count;      ///< elements
 };
 
+/// Whether an object may be moved by copying its bytes and forgetting the original. A class that may
+/// says so by a member type `zkRelocatable`.
+template <class T, class = void>
+struct IsRelocatable : std::is_trivially_copyable<T> {
+};
+template <class T>
+struct IsRelocatable<T, std::void_t<typename T::zkRelocatable>> : std::true_type {
+};
+
 template <class T>
 class ListWindow {
 public:
@@ -82,6 +91,18 @@ public:
             }
         }
         return move(window, from, to);
+    }
+
+    /// The window in a block with room for `slots` at and behind its own place, or as it is where it
+    /// is so already.
+    static T* reserve(T* window, ListExtent const& extent, std::ptrdiff_t slots)
+    {
+        if constexpr (movesInPlace) {
+            Head const head = window ? headOf(window) : Head{};
+            if (!window || slotsOf(head) + head.slots - window < slots)
+                return moveTo(window, extent, extent, slots, 0);
+        }
+        return window;
     }
 
 private:
@@ -196,18 +217,26 @@ private:
     {
         destroyFreeSlots(window, from);
         T* const moved = slotsOf(head) + place;
-        T* const source = window + from.first;
-        T* const target = moved + to.first;
-        if (std::less<T*>()(target, source)) {
-            for (std::ptrdiff_t i = 0; i < from.count; ++i)
-                relocate(source + i, target + i);
-        } else if (target != source) {
-            for (std::ptrdiff_t i = from.count; i-- > 0;)
-                relocate(source + i, target + i);
-        }
+        relocate(window + from.first, moved + to.first, from.count);
         setHead(moved, head);
         makeFreeSlots(moved, to);
         return moved;
+    }
+
+    // Moves elements to slots that hold none; the two may overlap.
+    static void relocate(T* source, T* target, std::ptrdiff_t count) noexcept
+    {
+        if constexpr (IsRelocatable<T>::value) {
+            if (count > 0)
+                std::memmove(static_cast<void*>(target), static_cast<void const*>(source),
+                             static_cast<std::size_t>(count) * sizeof(T));
+        } else if (std::less<T*>()(target, source)) {
+            for (std::ptrdiff_t i = 0; i < count; ++i)
+                relocate(source + i, target + i);
+        } else if (target != source) {
+            for (std::ptrdiff_t i = count; i-- > 0;)
+                relocate(source + i, target + i);
+        }
     }
 
     static void relocate(T* source, T* target) noexcept
@@ -220,12 +249,31 @@ private:
     static T* move(T* window, ListExtent const& from, ListExtent const& to)
     {
         std::ptrdiff_t const slots = to.allocated <= smallList ? to.allocated : to.allocated * 2;
-        Fresh fresh(slots, placeIn(slots, from, to));
-        fresh.construct(0, to.first);
-        fresh.take(window + from.first, to.first, from.count);
-        fresh.construct(to.first + from.count, to.allocated);
-        release(window, from.allocated);
-        return fresh.release();
+        return moveTo(window, from, to, slots, placeIn(slots, from, to));
+    }
+
+    // The same, to a block of so many slots, and to the place in it.
+    static T* moveTo(T* window, ListExtent const& from, ListExtent const& to, std::ptrdiff_t slots,
+                     std::ptrdiff_t place)
+    {
+        Fresh fresh(slots, place);
+        if constexpr (movesInPlace) {
+            T* const elements = window + from.first;
+            makeFreeSlots(fresh.slots(), to);
+            relocate(elements, fresh.slots() + to.first, from.count);
+            T* const moved = fresh.release();
+            if (window) {
+                destroyFreeSlots(window, from);
+                ::operator delete(headOf(window).block);
+            }
+            return moved;
+        } else {
+            fresh.construct(0, to.first);
+            fresh.take(window + from.first, to.first, from.count);
+            fresh.construct(to.first + from.count, to.allocated);
+            release(window, from.allocated);
+            return fresh.release();
+        }
     }
 };
 

@@ -34,9 +34,6 @@
 #include <iosfwd>
 #include <string_view>
 #include <type_traits>
-#if defined(__cpp_impl_three_way_comparison) && __cplusplus >= 202002L
-#    include <compare>
-#endif
 
 class ZK_UTIL_API CString {
 public:
@@ -547,14 +544,6 @@ inline bool operator!=(std::string_view left, CString const& right) noexcept
 {
     return !(right == left);
 }
-#if defined(__cpp_impl_three_way_comparison) && __cplusplus >= 202002L
-// What holds strings compares by it (std::pair, std::tuple); without it they would compare the pointers
-// that strings convert to.
-inline std::strong_ordering operator<=>(CString const& left, CString const& right) noexcept
-{
-    return left.Compare(right) <=> 0;
-}
-#endif
 inline bool operator<(CString const& left, CString const& right) noexcept
 {
     return left.Compare(right) < 0;

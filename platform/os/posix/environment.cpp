@@ -3,7 +3,6 @@
 #include "platform/os/posix/characters.h"
 #include "platform/os/posix/lastError.h"
 #include "platform/os/posix/systemCalls.h"
-#include "platform/os/posix/threadRecord.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -90,7 +89,6 @@ std::string userName()
 
 std::optional<std::string> environmentVariable(char const* name)
 {
-    Shield const shield;
     std::lock_guard const lock(environmentMutex());
     char const* const value = std::getenv(name);
     return value ? std::optional<std::string>(value) : std::nullopt;
@@ -98,7 +96,6 @@ std::optional<std::string> environmentVariable(char const* name)
 
 std::vector<std::string> environmentSnapshot()
 {
-    Shield const shield;
     std::lock_guard const lock(environmentMutex());
     std::vector<std::string> variables;
     for (char** variable = environ; variable && *variable; ++variable)
@@ -112,7 +109,6 @@ using namespace zk::os;
 
 DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR value, DWORD room) noexcept
 {
-    Shield const shield;
     std::lock_guard const lock(environmentMutex());
     char const* const found = name && *name ? std::getenv(name) : nullptr;
     if (!found) {
@@ -132,7 +128,6 @@ BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value) noexcept
         return report(ERROR_ENVVAR_NOT_FOUND);
     if (!*name || std::strchr(name, '='))
         return report(ERROR_INVALID_PARAMETER);
-    Shield const shield;
     std::lock_guard const lock(environmentMutex());
     int const result = value ? systemCalls().setenv(name, value, 1) : systemCalls().unsetenv(name);
     return report(result == 0 ? ERROR_SUCCESS : errorFromErrno(errno));

@@ -120,7 +120,7 @@ public:
 
 private:
     std::mutex mutex_;         // guards the position in names_
-    Descriptor const folder_{};  // the search goes on in it, wherever the current directory goes
+    Descriptor const folder_;  // the search goes on in it, wherever the current directory goes
     Names names_;
 };
 

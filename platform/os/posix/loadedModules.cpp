@@ -3,7 +3,6 @@
 #include "platform/os/posix/module.h"
 #include "platform/os/posix/systemCalls.h"
 #include "platform/os/posix/textOperations.h"
-#include "platform/os/posix/threadRecord.h"
 
 #include <climits>
 #include <exception>
@@ -92,7 +91,6 @@ bool find(Matches const& matches, LoadedModule& found)
         std::exception_ptr error;
         int number = 0;
     } walk{matches, found, nullptr};
-    Shield const shield;  // the linker holds a lock meanwhile
     int const stopped = dl_iterate_phdr(
         [](dl_phdr_info* info, std::size_t, void* data) {
             Walk& here = *static_cast<Walk*>(data);

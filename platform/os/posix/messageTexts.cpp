@@ -3,7 +3,6 @@
 #include "platform/os/posix/lastError.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -314,10 +313,6 @@ HLOCAL LocalAlloc(UINT flags, SIZE_T size) noexcept
 {
     if (flags & ~LPTR) {
         SetLastError(ERROR_INVALID_PARAMETER);
-        return nullptr;
-    }
-    if (size > PTRDIFF_MAX) {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
     SIZE_T const atLeast = std::max<SIZE_T>(size, 1);

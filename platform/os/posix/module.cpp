@@ -4,7 +4,7 @@
 #include "platform/os/posix/lastError.h"
 #include "platform/os/posix/loadedModules.h"
 #include "platform/os/posix/systemCalls.h"
-#include "platform/os/posix/threadRecord.h"
+#include "platform/os/posix/textOperations.h"
 
 #include <cerrno>
 #include <cstring>
@@ -53,7 +53,6 @@ DWORD guarded(Work&& work) noexcept
 // A module is held once by each handle of the linker, so one is kept and the uses are counted.
 DWORD hold(HMODULE module, void* library, bool pin)
 {
-    Shield const shield;
     HeldModules& held = heldModules();
     std::lock_guard const lock(held.mutex);
     Held& entry = held.modules[module];
@@ -258,7 +257,6 @@ BOOL FreeLibrary(HMODULE module) noexcept
     return report(guarded([&]() -> DWORD {
         void* released = nullptr;  // closed behind the lock: its destructors may come here again
         {
-            Shield const shield;
             HeldModules& held = heldModules();
             std::lock_guard const lock(held.mutex);
             auto const entry = held.modules.find(module);

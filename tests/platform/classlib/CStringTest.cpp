@@ -3,9 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <tuple>
-#include <utility>
-
 #include <iomanip>
 #include <sstream>
 #include <string>
@@ -27,21 +24,6 @@ static_assert(!std::is_constructible_v<bool, CString>, "a text is no condition")
 static_assert(!std::is_convertible_v<char, CString>, "a character becomes a text only where it is said");
 static_assert(std::is_convertible_v<char const*, CString>);
 static_assert(std::is_convertible_v<CString, char const*>);
-
-TEST(CString, comparesByItsTextInsidePairsAndTuples)
-{
-    // Equal texts at different addresses, in both orders of the addresses.
-    std::pair<CString, int> const pairs[] = {{"same text, too long for the object", 1},
-                                             {"same text, too long for the object", 1}};
-    auto const less = std::tuple<CString, int>("a", 2);
-    auto const greater = std::tuple<CString, int>("b", 1);
-
-    EXPECT_FALSE(pairs[0] < pairs[1]);
-    EXPECT_FALSE(pairs[1] < pairs[0]);
-    EXPECT_TRUE(pairs[0] == pairs[1]);
-    EXPECT_TRUE(less < greater);
-    EXPECT_FALSE(greater < less);
-}
 
 }  // namespace
 

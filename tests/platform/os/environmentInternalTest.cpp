@@ -124,7 +124,7 @@ TEST(EnvironmentCopies, holdWhatAChildWouldInherit)
     EXPECT_EQ(std::count(variables.begin(), variables.end(), "ZK_TEST_COPY=a=b"), 1);
 }
 
-TEST(EnvironmentBlocks, ofNoVariablesAreTwoNuls)
+TEST(EnvironmentStrings, ofNoVariablesAreTwoNuls)
 {
     char** const all = environ;
     environ = nullptr;
@@ -136,7 +136,7 @@ TEST(EnvironmentBlocks, ofNoVariablesAreTwoNuls)
     FreeEnvironmentStringsA(block);
 }
 
-TEST(EnvironmentBlocks, areNotMadeOfNull)
+TEST(EnvironmentStrings, areNotMadeOfNull)
 {
     char target[4];
 

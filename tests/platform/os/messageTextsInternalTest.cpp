@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <cstdlib>
 #include <fstream>
 #include <regex>
@@ -88,5 +87,5 @@ TEST(MessageTexts, areRefusedWithAWidth)
 TEST(LocalMemory, isRefusedWithUnknownFlagsAndBeyondAllMemory)
 {
     EXPECT_FAILS(LocalAlloc(0x2, 1), ERROR_INVALID_PARAMETER);
-    EXPECT_FAILS(LocalAlloc(LPTR, SIZE_MAX), ERROR_NOT_ENOUGH_MEMORY);
+    EXPECT_FAILS(LocalAlloc(LPTR, std::size_t(1) << 62), ERROR_NOT_ENOUGH_MEMORY);
 }
