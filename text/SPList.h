@@ -32,14 +32,7 @@ public:
     ~SPList() override = default;
 
     /// The elements that `part` shows, range by range. A range past the end lengthens the list it is taken from.
-    SPList(SubList<T> const& part) : Base(20)
-    {
-        for (int r = 0; r < part.slice().count(); ++r) {
-            Range const range = part.slice()[r];
-            for (std::int64_t i = range.start(); i <= range.end(); ++i)
-                this->add(part.list()[static_cast<int>(i)]);
-        }
-    }
+    SPList(SubList<T> const& part);
 
     using Base::operator[];
 
@@ -57,145 +50,194 @@ public:
     /// Appends.
     void push(T const& element) { this->add(element); }
     void push(T&& element) { this->add(std::move(element)); }
-    void push(SPList const& other)
-    {
-        int const count = other.cnt_;
-        for (int i = 0; i < count; ++i)
-            this->add(other[i]);
-    }
+    void push(SPList const& other);
 
     /// Removes the last element and gives it; a default value if the list is empty.
-    T pop()
-    {
-        if (this->cnt_ == 0)
-            return T();
-        T last((*this)[this->cnt_ - 1]);
-        this->compact(this->cnt_ - 1);
-        return last;
-    }
+    T pop();
 
     /// Removes the first element and gives it. If the list is empty, the value in the slot of the first
     /// element is given, and that slot is passed all the same.
-    T shift()
-    {
-        T first((*this)[0]);
-        ++this->first_;
-        --this->cnt_;
-        return first;
-    }
+    T shift();
 
     /// Puts an element in front and gives the number of elements then.
-    int unshift(T const& element)
-    {
-        T copy(element);
-        this->makeRoomAtFront();
-        --this->first_;
-        this->a_[this->first_] = std::move(copy);
-        return ++this->cnt_;
-    }
+    int unshift(T const& element);
 
     /// Puts another list in front, in its order, and gives the number of elements then.
-    int unshift(SPList const& other)
-    {
-        if (this == &other)
-            return unshift(SPList(other));
-        for (int i = other.cnt_; i-- > 0;)
-            unshift(other[i]);
-        return this->cnt_;
-    }
+    int unshift(SPList const& other);
 
     /// The elements in reverse order, in a list of their own.
-    SPList reverse() const
-    {
-        SPList result;
-        for (int i = this->cnt_; i-- > 0;)
-            result.add((*this)[i]);
-        return result;
-    }
+    SPList reverse() const;
 
     /// The elements in ascending order, equal ones in the order they have here, in a list of their own.
-    SPList sort() const
-    {
-        T const* const elements = this->a_ + this->first_;
-        std::vector<T const*> order(static_cast<std::size_t>(this->cnt_));
-        for (int i = 0; i < this->cnt_; ++i)
-            order[i] = elements + i;
-        zk::sortStably(order.data(), order.size());
-        SPList result(*this, this->a_);
-        for (int i = 0; i < this->cnt_; ++i)
-            result.a_[result.first_ + i] = *order[i];
-        return result;
-    }
+    SPList sort() const;
 
     /// Cuts the elements from `offset` to the end out of the list and gives them. An offset below 0 counts as 0.
-    SPList splice(int offset)
-    {
-        offset = std::max(offset, 0);
-        return offset < this->cnt_ ? splice(offset, this->cnt_ - offset) : SPList();
-    }
+    SPList splice(int offset);
 
     /// Cuts `length` elements from `offset` on out of the list and gives them; none if the list ends
     /// before `offset`. Where the list has fewer it is extended first, so that `length` are given.
-    SPList splice(int offset, int length)
-    {
-        SPList cut;
-        offset = std::max(offset, 0);
-        if (offset >= this->cnt_ || length <= 0)
-            return cut;
-        if (length > INT_MAX - offset)
-            throw std::bad_alloc();
-        (*this)[offset + length - 1];
-        for (int i = 0; i < length; ++i)
-            cut.add((*this)[offset + i]);
-        this->removeAt(offset, length);
-        return cut;
-    }
+    SPList splice(int offset, int length);
 
     /// Cuts as above and puts `elements` in the place of what was cut, or at the end if that comes first.
-    SPList splice(int offset, int length, SPList const& elements)
-    {
-        if (this == &elements)
-            return splice(offset, length, SPList(elements));
-        SPList cut = splice(offset, length);
-        insert(std::min(std::max(offset, 0), this->cnt_), elements);
-        return cut;
-    }
+    SPList splice(int offset, int length, SPList const& elements);
 
     /// A view of some elements; see SubList.h. The slice is copied, the list is not.
     SubList<T> operator()(Slice const& slice) { return SubList<T>(*this, slice); }
     SubList<T> operator()(Range const& range) { return SubList<T>(*this, Slice(range)); }
-    SubList<T> operator()(int offset, int length)
-    {
-        return SubList<T>(*this, Slice(Range(offset, offset + length - 1)));
-    }
+    SubList<T> operator()(int offset, int length);
     SubList<T> operator()(int index) { return SubList<T>(*this, Slice(index)); }
     SubList<T> operator()(char const* text) { return SubList<T>(*this, Slice(text)); }
 
 private:
     // The size and place of `other`, with default values.
-    SPList(SPList const& other, T const*) : Base(0)
-    {
-        this->a_ = zk::ListWindow<T>::make(other.allocated_);
-        this->allocated_ = other.allocated_;
-        this->allocinc_ = other.allocinc_;
-        this->cnt_ = other.cnt_;
-        this->first_ = other.first_;
-    }
+    SPList(SPList const& other, T const*);
 
     // As if one by one with add(i, element), but the elements behind `i` move once.
-    void insert(int i, SPList const& elements)
-    {
-        int k = 0;
-        if (i == 0 && elements.cnt_ > 0)
-            this->add(0, elements[k++]);
-        int const from = this->cnt_;
-        int const place = i + k;
-        for (; k < elements.cnt_; ++k) {
-            if (std::int64_t(this->first_) + this->cnt_ + 1 >= this->allocated_)
-                this->grow();
-            this->addSlot() = elements[k];
-        }
-        T* const first = this->a_ + this->first_;
-        std::rotate(first + place, first + from, first + this->cnt_);
-    }
+    void insert(int i, SPList const& elements);
 };
+
+template <class T>
+SPList<T>::SPList(SubList<T> const& part) : Base(20)
+{
+    for (int r = 0; r < part.slice().count(); ++r) {
+        Range const range = part.slice()[r];
+        for (std::int64_t i = range.start(); i <= range.end(); ++i)
+            this->add(part.list()[static_cast<int>(i)]);
+    }
+}
+
+template <class T>
+void SPList<T>::push(SPList const& other)
+{
+    int const count = other.cnt_;
+    for (int i = 0; i < count; ++i)
+        this->add(other[i]);
+}
+
+template <class T>
+T SPList<T>::pop()
+{
+    if (this->cnt_ == 0)
+        return T();
+    T last((*this)[this->cnt_ - 1]);
+    this->compact(this->cnt_ - 1);
+    return last;
+}
+
+template <class T>
+T SPList<T>::shift()
+{
+    T first((*this)[0]);
+    ++this->first_;
+    --this->cnt_;
+    return first;
+}
+
+template <class T>
+int SPList<T>::unshift(T const& element)
+{
+    T copy(element);
+    this->makeRoomAtFront();
+    --this->first_;
+    this->a_[this->first_] = std::move(copy);
+    return ++this->cnt_;
+}
+
+template <class T>
+int SPList<T>::unshift(SPList const& other)
+{
+    if (this == &other)
+        return unshift(SPList(other));
+    for (int i = other.cnt_; i-- > 0;)
+        unshift(other[i]);
+    return this->cnt_;
+}
+
+template <class T>
+SPList<T> SPList<T>::reverse() const
+{
+    SPList result;
+    for (int i = this->cnt_; i-- > 0;)
+        result.add((*this)[i]);
+    return result;
+}
+
+template <class T>
+SPList<T> SPList<T>::sort() const
+{
+    T const* const elements = this->a_ + this->first_;
+    std::vector<T const*> order(static_cast<std::size_t>(this->cnt_));
+    for (int i = 0; i < this->cnt_; ++i)
+        order[i] = elements + i;
+    zk::sortStably(order.data(), order.size());
+    SPList result(*this, this->a_);
+    for (int i = 0; i < this->cnt_; ++i)
+        result.a_[result.first_ + i] = *order[i];
+    return result;
+}
+
+template <class T>
+SPList<T> SPList<T>::splice(int offset)
+{
+    offset = std::max(offset, 0);
+    return offset < this->cnt_ ? splice(offset, this->cnt_ - offset) : SPList();
+}
+
+template <class T>
+SPList<T> SPList<T>::splice(int offset, int length)
+{
+    SPList cut;
+    offset = std::max(offset, 0);
+    if (offset >= this->cnt_ || length <= 0)
+        return cut;
+    if (length > INT_MAX - offset)
+        throw std::bad_alloc();
+    (*this)[offset + length - 1];
+    for (int i = 0; i < length; ++i)
+        cut.add((*this)[offset + i]);
+    this->removeAt(offset, length);
+    return cut;
+}
+
+template <class T>
+SPList<T> SPList<T>::splice(int offset, int length, SPList const& elements)
+{
+    if (this == &elements)
+        return splice(offset, length, SPList(elements));
+    SPList cut = splice(offset, length);
+    insert(std::min(std::max(offset, 0), this->cnt_), elements);
+    return cut;
+}
+
+template <class T>
+SubList<T> SPList<T>::operator()(int offset, int length)
+{
+    return SubList<T>(*this, Slice(Range(offset, offset + length - 1)));
+}
+
+template <class T>
+SPList<T>::SPList(SPList const& other, T const*) : Base(0)
+{
+    this->a_ = zk::ListWindow<T>::make(other.allocated_);
+    this->allocated_ = other.allocated_;
+    this->allocinc_ = other.allocinc_;
+    this->cnt_ = other.cnt_;
+    this->first_ = other.first_;
+}
+
+template <class T>
+void SPList<T>::insert(int i, SPList const& elements)
+{
+    int k = 0;
+    if (i == 0 && elements.cnt_ > 0)
+        this->add(0, elements[k++]);
+    int const from = this->cnt_;
+    int const place = i + k;
+    for (; k < elements.cnt_; ++k) {
+        if (std::int64_t(this->first_) + this->cnt_ + 1 >= this->allocated_)
+            this->grow();
+        this->addSlot() = elements[k];
+    }
+    T* const first = this->a_ + this->first_;
+    std::rotate(first + place, first + from, first + this->cnt_);
+}

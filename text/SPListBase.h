@@ -21,6 +21,34 @@
 template <class T>
 class SPList;
 
+namespace zk {
+
+/// The numbers of a list, and the rules by which they grow.
+struct ListGrowth {
+    std::int64_t allocated;
+    std::int64_t first;
+    std::int64_t count;
+    std::int64_t step;
+
+    /// With an amount below 1 the elements are centred among the slots if that leaves room on both
+    /// sides; else slots are added, and the elements centred as if they were `newCount`.
+    void grow(std::int64_t amount = 0, std::int64_t newCount = -1)
+    {
+        if (amount < 1) {
+            std::int64_t const ideal = (allocated >> 1) - (count >> 1);
+            if (ideal > 0 && count + ideal + 1 < allocated) {
+                first = ideal;
+                return;
+            }
+            amount = step > 0 ? step : 1;
+        }
+        allocated += amount;
+        first = (allocated >> 1) - ((newCount < 0 ? count : newCount) >> 1);
+    }
+};
+
+}  // namespace zk
+
 /// An array of elements by value.
 ///
 /// Elements that were removed or erased stay in their slots until these are
@@ -33,18 +61,10 @@ template <class T>
 class SPListBase {
 public:
     /// An empty list of `size` slots that grows by `size`; a size below 1 grows by 1.
-    explicit SPListBase(int size = 20)
-        : a_(zk::ListWindow<T>::make(size > 0 ? size : 0)), first_(size > 0 ? size >> 1 : 0),
-          allocated_(size > 0 ? size : 0), allocinc_(size > 0 ? size : 0)
-    {
-    }
+    explicit SPListBase(int size = 20);
 
     /// The same slots with the same elements in them.
-    SPListBase(SPListBase const& other)
-        : a_(zk::ListWindow<T>::copy(other.a_, other.allocated_)), cnt_(other.cnt_), first_(other.first_),
-          allocated_(other.allocated_), allocinc_(other.allocinc_)
-    {
-    }
+    SPListBase(SPListBase const& other);
 
     /// Takes the slots over; `other` is left without any.
     SPListBase(SPListBase&& other) noexcept
@@ -54,14 +74,7 @@ public:
     {
     }
 
-    SPListBase& operator=(SPListBase const& other)
-    {
-        if (this != &other) {
-            SPListBase copy(other);
-            swap(copy);
-        }
-        return *this;
-    }
+    SPListBase& operator=(SPListBase const& other);
 
     SPListBase& operator=(SPListBase&& other) noexcept
     {
@@ -108,57 +121,15 @@ public:
     }
 
     /// Appends `element`, which may be one of this list.
-    void add(T const& element)
-    {
-        if (first_ + cnt_ >= allocated_) {
-            if (holds(&element)) {
-                add(T(element));
-                return;
-            }
-            makeRoomAtEnd();
-        }
-        T& slot = a_[first_ + cnt_];
-        if (&slot != &element)
-            slot = element;
-        ++cnt_;
-    }
+    void add(T const& element);
 
-    void add(T&& element)
-    {
-        if (first_ + cnt_ >= allocated_) {
-            T taken(std::move(element));
-            makeRoomAtEnd();
-            a_[first_ + cnt_] = std::move(taken);
-        } else if (T& slot = a_[first_ + cnt_]; &slot != &element) {
-            slot = std::move(element);
-        }
-        ++cnt_;
-    }
+    void add(T&& element);
 
     /// Inserts `element` before element `i`; an `i` below 0 counts as 0.
     ///
     /// With an `i` past the end the list gets one element longer, as always, and `element` lies behind
     /// it, out of the list until an index reaches it.
-    void add(int i, T const& element)
-    {
-        T copy(element);
-        if (i <= 0) {
-            makeRoomAtFront();
-            --first_;
-            a_[first_] = std::move(copy);
-        } else {
-            if (std::int64_t(first_) + cnt_ + 1 >= allocated_)
-                grow();
-            while (std::int64_t(first_) + cnt_ >= allocated_)
-                grow();
-            while (std::int64_t(first_) + i >= allocated_)
-                grow(std::int64_t(first_) + i - allocated_ + 1, std::int64_t(i) + 1);
-            for (int k = cnt_; k > i; --k)
-                a_[first_ + k] = std::move(a_[first_ + k - 1]);
-            a_[first_ + i] = std::move(copy);
-        }
-        ++cnt_;
-    }
+    void add(int i, T const& element);
 
 protected:
     /// Removes element `i`. Its value, or that of the last element, stays in the slot that gets free.
@@ -183,86 +154,26 @@ private:
         std::swap(allocinc_, other.allocinc_);
     }
 
-    // The rules of growing. With an amount below 1 the elements are centred among the slots if that
-    // leaves room on both sides; else slots are added and the elements centred as if they were `newcnt`.
-    void grow(std::int64_t amount = 0, std::int64_t newcnt = -1)
-    {
-        if (amount < 1) {
-            int const ideal = (allocated_ >> 1) - (cnt_ >> 1);
-            if (ideal > 0 && std::int64_t(cnt_) + ideal + 1 < allocated_) {
-                if (cnt_ > 0)
-                    arrange(allocated_, ideal);
-                first_ = ideal;
-                return;
-            }
-            amount = allocinc_ > 0 ? allocinc_ : 1;
-        }
-        if (newcnt < 0)
-            newcnt = cnt_;
-        std::int64_t const allocated = allocated_ + amount;
-        if (allocated > INT_MAX)
-            throw std::bad_alloc();
-        arrange(static_cast<int>(allocated), static_cast<int>((allocated >> 1) - (newcnt >> 1)));
-    }
+    // Centres the elements or adds slots; see ListGrowth.
+    void grow(std::int64_t amount = 0, std::int64_t newcnt = -1);
 
-    void arrange(int allocated, int first)
-    {
-        a_ = zk::ListWindow<T>::arrange(a_, {allocated_, first_, cnt_}, {allocated, first, cnt_});
-        allocated_ = allocated;
-        first_ = first;
-    }
+    void arrange(int allocated, int first);
 
-    // Takes memory for `more` elements behind the last one at once. What counts stays as it is.
-    void reserve(std::int64_t more)
-    {
-        std::int64_t const slots = first_ + std::int64_t(cnt_) + more + allocinc_ + 1;
-        a_ = zk::ListWindow<T>::reserve(a_, {allocated_, first_, cnt_}, static_cast<std::ptrdiff_t>(slots));
-    }
+    // Appends `n` slots, as if one by one, and gives the index of the first.
+    int addSlots(std::int64_t n);
 
     // A list that grows by 1 may be out of balance after a growth: once more then.
-    void makeRoomAtEnd()
-    {
-        while (first_ + cnt_ >= allocated_)
-            grow();
-    }
+    void makeRoomAtEnd();
 
-    void makeRoomAtFront()
-    {
-        while (first_ < 1)
-            grow();
-    }
+    void makeRoomAtFront();
 
-    void extendTo(int i)
-    {
-        while (std::int64_t(first_) + i >= allocated_)
-            grow(std::int64_t(allocinc_) - allocated_ + first_ + i, std::int64_t(i) + 1);
-        cnt_ = i + 1;
-    }
+    void extendTo(int i);
 
-    void extendToFirstSlot()
-    {
-        if (allocated_ == 0)
-            grow();
-    }
+    void extendToFirstSlot();
 
     // Removes `n` elements from `i` on, as if one by one at `i`: at the front the slots stay as they
     // are, else those that get free hold the last element.
-    void removeAt(int i, int n)
-    {
-        T* const elements = a_ + first_;
-        if (i == 0) {
-            first_ += n;
-        } else if (n > 0) {
-            int const rest = cnt_ - n;
-            for (int k = i; k < rest; ++k)
-                std::swap(elements[k], elements[k + n]);
-            T const& last = elements[i < rest ? rest - 1 : cnt_ - 1];
-            for (int k = rest; k < cnt_; ++k)
-                if (&elements[k] != &last)
-                    elements[k] = last;
-        }
-        cnt_ -= n;
-    }
+    void removeAt(int i, int n);
 
     // The slot behind the last element, now the last element.
     T& addSlot()
@@ -279,3 +190,163 @@ private:
     std::int32_t allocated_;
     std::int32_t allocinc_;
 };
+
+template <class T>
+SPListBase<T>::SPListBase(int size)
+    : a_(zk::ListWindow<T>::make(size > 0 ? size : 0)), first_(size > 0 ? size >> 1 : 0),
+      allocated_(size > 0 ? size : 0), allocinc_(size > 0 ? size : 0)
+{
+}
+
+template <class T>
+SPListBase<T>::SPListBase(SPListBase const& other)
+    : a_(zk::ListWindow<T>::copy(other.a_, other.allocated_)), cnt_(other.cnt_), first_(other.first_),
+      allocated_(other.allocated_), allocinc_(other.allocinc_)
+{
+}
+
+template <class T>
+SPListBase<T>& SPListBase<T>::operator=(SPListBase const& other)
+{
+    if (this != &other) {
+        SPListBase copy(other);
+        swap(copy);
+    }
+    return *this;
+}
+
+template <class T>
+void SPListBase<T>::add(T const& element)
+{
+    if (first_ + cnt_ >= allocated_) {
+        if (holds(&element)) {
+            add(T(element));
+            return;
+        }
+        makeRoomAtEnd();
+    }
+    T& slot = a_[first_ + cnt_];
+    if (&slot != &element)
+        slot = element;
+    ++cnt_;
+}
+
+template <class T>
+void SPListBase<T>::add(T&& element)
+{
+    if (first_ + cnt_ >= allocated_) {
+        T taken(std::move(element));
+        makeRoomAtEnd();
+        a_[first_ + cnt_] = std::move(taken);
+    } else if (T& slot = a_[first_ + cnt_]; &slot != &element) {
+        slot = std::move(element);
+    }
+    ++cnt_;
+}
+
+template <class T>
+void SPListBase<T>::add(int i, T const& element)
+{
+    T copy(element);
+    if (i <= 0) {
+        makeRoomAtFront();
+        --first_;
+        a_[first_] = std::move(copy);
+    } else {
+        if (std::int64_t(first_) + cnt_ + 1 >= allocated_)
+            grow();
+        while (std::int64_t(first_) + cnt_ >= allocated_)
+            grow();
+        while (std::int64_t(first_) + i >= allocated_)
+            grow(std::int64_t(first_) + i - allocated_ + 1, std::int64_t(i) + 1);
+        for (int k = cnt_; k > i; --k)
+            a_[first_ + k] = std::move(a_[first_ + k - 1]);
+        a_[first_ + i] = std::move(copy);
+    }
+    ++cnt_;
+}
+
+template <class T>
+void SPListBase<T>::grow(std::int64_t amount, std::int64_t newcnt)
+{
+    zk::ListGrowth growth{allocated_, first_, cnt_, allocinc_};
+    growth.grow(amount, newcnt);
+    if (growth.allocated > INT_MAX)
+        throw std::bad_alloc();
+    if (growth.allocated == allocated_ && cnt_ == 0)
+        first_ = static_cast<std::int32_t>(growth.first);
+    else
+        arrange(static_cast<int>(growth.allocated), static_cast<int>(growth.first));
+}
+
+template <class T>
+void SPListBase<T>::arrange(int allocated, int first)
+{
+    a_ = zk::ListWindow<T>::arrange(a_, {allocated_, first_, cnt_}, {allocated, first, cnt_});
+    allocated_ = allocated;
+    first_ = first;
+}
+
+template <class T>
+int SPListBase<T>::addSlots(std::int64_t n)
+{
+    if (n > INT_MAX - cnt_)
+        throw std::bad_alloc();
+    int const count = cnt_ + static_cast<int>(n);
+    zk::ListGrowth growth{allocated_, first_, cnt_, allocinc_};
+    for (; growth.count < count; ++growth.count)
+        while (growth.first + growth.count >= growth.allocated)
+            growth.grow();
+    if (growth.allocated > INT_MAX)
+        throw std::bad_alloc();
+    if (growth.allocated != allocated_ || growth.first != first_)
+        arrange(static_cast<int>(growth.allocated), static_cast<int>(growth.first));
+    return std::exchange(cnt_, count);
+}
+
+template <class T>
+void SPListBase<T>::makeRoomAtEnd()
+{
+    while (first_ + cnt_ >= allocated_)
+        grow();
+}
+
+template <class T>
+void SPListBase<T>::makeRoomAtFront()
+{
+    while (first_ < 1)
+        grow();
+}
+
+template <class T>
+void SPListBase<T>::extendTo(int i)
+{
+    while (std::int64_t(first_) + i >= allocated_)
+        grow(std::int64_t(allocinc_) - allocated_ + first_ + i, std::int64_t(i) + 1);
+    cnt_ = i + 1;
+}
+
+template <class T>
+void SPListBase<T>::extendToFirstSlot()
+{
+    if (allocated_ == 0)
+        grow();
+}
+
+template <class T>
+void SPListBase<T>::removeAt(int i, int n)
+{
+    T* const elements = a_ + first_;
+    if (i == 0) {
+        first_ += n;
+    } else if (n > 0) {
+        int const rest = cnt_ - n;
+        for (int k = i; k < rest; ++k)
+            std::swap(elements[k], elements[k + n]);
+        T const& last = elements[i < rest ? rest - 1 : cnt_ - 1];
+        for (int k = rest; k < cnt_; ++k)
+            if (&elements[k] != &last)
+                elements[k] = last;
+    }
+    cnt_ -= n;
+}

@@ -96,9 +96,9 @@ int SPStringList::splitText(std::string_view text, char const* pattern, int limi
 
 void SPStringList::splitIntoCharacters(std::string_view text)
 {
-    reserve(static_cast<std::int64_t>(text.size()));
+    int next = addSlots(static_cast<std::int64_t>(text.size()));
     for (char const& c : text)
-        pushText(std::string_view(&c, 1));
+        setText(next++, std::string_view(&c, 1));
 }
 
 void SPStringList::splitIntoWords(std::string_view text)
@@ -116,8 +116,16 @@ void SPStringList::splitIntoWords(std::string_view text)
 void SPStringList::splitByExpression(std::string_view text, char const* pattern, int limit)
 {
     zk::EndSearch search(pattern, false, text);
-    if (std::size_t const matches = search.count(); limit < 0)
-        reserve(static_cast<std::int64_t>(matches) + 1);
+    if (std::size_t const matches = limit < 0 ? search.count() : 0) {
+        // All fields are known to come, so that the list need not grow step by step.
+        bool const hasRest = text.back() != pattern[std::strlen(pattern) - 1];
+        int next = addSlots(static_cast<std::int64_t>(matches) + hasRest);
+        while (search.next())
+            setText(next++, search.before());
+        if (hasRest)
+            setText(next, search.rest());
+        return;
+    }
     std::string_view rest = text;
     for (int field = 1; search.next(); ++field) {
         if (limit >= 0 && field >= limit)
@@ -198,7 +206,13 @@ SPStringList SPStringList::grep(char const* pattern, char const* opts) const
 // Appends `text`, which is no part of this list.
 void SPStringList::pushText(std::string_view text)
 {
-    VarString& slot = addSlot().text_;
+    addSlot();
+    setText(count() - 1, text);
+}
+
+void SPStringList::setText(int i, std::string_view text)
+{
+    VarString& slot = a_[first_ + i].text_;
     if (slot.isUnused())
         slot.begin(text.data(), text.size());
     else

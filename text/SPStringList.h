@@ -65,6 +65,7 @@ private:
     friend class SPString;
 
     void pushText(std::string_view text);
+    void setText(int i, std::string_view text);
     int pushGroups(Regexp const& expression, char const* text);
     int splitText(std::string_view text, char const* pattern, int limit);
     void splitIntoCharacters(std::string_view text);

@@ -27,7 +27,7 @@ public:
     /// Finds the next match behind the last one.
     bool next() { return isLiteral_ ? nextLiteral() : nextMatch(); }
 
-    /// How often the expression matches, if that is cheap to say, else 0.
+    /// How often an expression that stands for one character matches in the whole text; 0 for others.
     std::size_t count() const;
 
     // Where the match stands, as positions in the text.

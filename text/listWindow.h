@@ -93,18 +93,6 @@ public:
         return move(window, from, to);
     }
 
-    /// The window in a block with room for `slots` at and behind its own place, or as it is where it
-    /// is so already.
-    static T* reserve(T* window, ListExtent const& extent, std::ptrdiff_t slots)
-    {
-        if constexpr (movesInPlace) {
-            Head const head = window ? headOf(window) : Head{};
-            if (!window || slotsOf(head) + head.slots - window < slots)
-                return moveTo(window, extent, extent, slots, 0);
-        }
-        return window;
-    }
-
 private:
     struct Head {
         char* block;
@@ -249,14 +237,7 @@ private:
     static T* move(T* window, ListExtent const& from, ListExtent const& to)
     {
         std::ptrdiff_t const slots = to.allocated <= smallList ? to.allocated : to.allocated * 2;
-        return moveTo(window, from, to, slots, placeIn(slots, from, to));
-    }
-
-    // The same, to a block of so many slots, and to the place in it.
-    static T* moveTo(T* window, ListExtent const& from, ListExtent const& to, std::ptrdiff_t slots,
-                     std::ptrdiff_t place)
-    {
-        Fresh fresh(slots, place);
+        Fresh fresh(slots, placeIn(slots, from, to));
         if constexpr (movesInPlace) {
             T* const elements = window + from.first;
             makeFreeSlots(fresh.slots(), to);
