@@ -1,6 +1,7 @@
 #include "text/SPStringList.h"
 
 #include "text/Regexp.h"
+#include "text/copyShort.h"
 #include "text/endSearch.h"
 #include "text/options.h"
 
@@ -14,24 +15,6 @@ namespace {
 
 constexpr char const* wordsPattern = "' '";
 constexpr char const* blanks = " \t\n";
-
-// Copies `length` bytes and gives their end. Most texts are short, and a call costs more than they do.
-char* copyText(char* out, char const* text, std::size_t length)
-{
-    std::uint64_t head, tail;
-    if (length > 2 * sizeof head) {
-        std::memcpy(out, text, length);
-    } else if (length >= sizeof head) {
-        std::memcpy(&head, text, sizeof head);
-        std::memcpy(&tail, text + length - sizeof tail, sizeof tail);
-        std::memcpy(out, &head, sizeof head);
-        std::memcpy(out + length - sizeof tail, &tail, sizeof tail);
-    } else {
-        for (std::size_t i = 0; i < length; ++i)
-            out[i] = text[i];
-    }
-    return out + length;
-}
 
 }  // namespace
 
@@ -116,14 +99,8 @@ void SPStringList::splitIntoWords(std::string_view text)
 void SPStringList::splitByExpression(std::string_view text, char const* pattern, int limit)
 {
     zk::EndSearch search(pattern, false, text);
-    if (std::size_t const matches = limit < 0 ? search.count() : 0) {
-        // All fields are known to come, so that the list need not grow step by step.
-        bool const hasRest = text.back() != pattern[std::strlen(pattern) - 1];
-        int next = addSlots(static_cast<std::int64_t>(matches) + hasRest);
-        while (search.next())
-            setText(next++, search.before());
-        if (hasRest)
-            setText(next, search.rest());
+    if (limit < 0 && search.isOneCharacter() && !text.empty()) {
+        splitAtCharacter(text, search.character());
         return;
     }
     std::string_view rest = text;
@@ -140,6 +117,21 @@ void SPStringList::splitByExpression(std::string_view text, char const* pattern,
     }
     if (!rest.empty())
         pushText(rest);
+}
+
+// All fields are known to come, so that the list need not grow step by step.
+void SPStringList::splitAtCharacter(std::string_view text, char separator)
+{
+    bool const hasRest = text.back() != separator;
+    int next = addSlots(std::count(text.begin(), text.end(), separator) + hasRest);
+    char const* const end = text.data() + text.size();
+    char const* start = text.data();
+    while (auto const found = static_cast<char const*>(std::memchr(start, separator, end - start))) {
+        setText(next++, {start, static_cast<std::size_t>(found - start)});
+        start = found + 1;
+    }
+    if (hasRest)
+        setText(next, {start, static_cast<std::size_t>(end - start)});
 }
 
 void SPStringList::dropEmptyEnd()
@@ -177,9 +169,9 @@ SPString SPStringList::join(char const* separator) const
         // Texts lie where memory was free: fetch the next ones while this one is copied.
         if (i + ahead < cnt_)
             __builtin_prefetch(elements[i + ahead].text_.text_);
-        out = copyText(out, elements[i].text_.text_, elements[i].textLength());
+        out = zk::copyShort(out, elements[i].text_.text_, elements[i].textLength());
         if (i + 1 < cnt_)
-            out = copyText(out, separator, between);
+            out = zk::copyShort(out, separator, between);
     }
     *out = '\0';
     joined.text_.length_ = length;

@@ -71,6 +71,7 @@ private:
     void splitIntoCharacters(std::string_view text);
     void splitIntoWords(std::string_view text);
     void splitByExpression(std::string_view text, char const* pattern, int limit);
+    void splitAtCharacter(std::string_view text, char separator);
     void dropEmptyEnd();
 };
 

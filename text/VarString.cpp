@@ -1,5 +1,7 @@
 #include "text/VarString.h"
 
+#include "text/copyShort.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstdint>
@@ -245,8 +247,7 @@ void VarString::take(char const* text, std::size_t length)
 void VarString::begin(char const* text, std::size_t length)
 {
     text_ = new char[blockSize(length + 1)];
-    std::memcpy(text_, text, length);
-    text_[length] = '\0';
+    *zk::copyShort(text_, text, length) = '\0';
     length_ = length;
     allocated_ = length + 1;
 }

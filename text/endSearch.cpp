@@ -3,7 +3,6 @@
 #include "text/Regexp.h"
 #include "text/textSearch.h"
 
-#include <algorithm>
 #include <cctype>
 #include <cstring>
 
@@ -63,13 +62,6 @@ bool EndSearch::nextLiteral()
     start_ = static_cast<std::size_t>(place);
     end_ = start_ + literal_.size();
     return true;
-}
-
-std::size_t EndSearch::count() const
-{
-    if (!isLiteral_ || literal_.size() > 1)
-        return 0;
-    return static_cast<std::size_t>(std::count(subject_, subject_ + text_.size(), literal_[0]));
 }
 
 bool EndSearch::nextMatch()

@@ -27,8 +27,9 @@ public:
     /// Finds the next match behind the last one.
     bool next() { return isLiteral_ ? nextLiteral() : nextMatch(); }
 
-    /// How often an expression that stands for one character matches in the whole text; 0 for others.
-    std::size_t count() const;
+    /// Whether the expression stands for one character and no other text, and which one.
+    bool isOneCharacter() const { return literal_.size() == 1; }
+    char character() const { return literal_[0]; }
 
     // Where the match stands, as positions in the text.
     std::size_t start() const { return start_; }

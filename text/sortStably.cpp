@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 namespace zk {
@@ -36,6 +37,42 @@ bool operator<(Key const& a, Key const& b)
     return (a.prefix & 0xFF) != 0 && std::strcmp(*a.text + prefixLength, *b.text + prefixLength) < 0;
 }
 
+// Sorts by the prefixes alone, byte by byte from the last one on: no comparison, and stable.
+void sortByPrefix(std::vector<Key>& keys)
+{
+    std::vector<Key> sorted(keys.size());
+    for (unsigned shift = 0; shift < 64; shift += 8) {
+        std::size_t places[256] = {};
+        for (Key const& key : keys)
+            ++places[key.prefix >> shift & 0xFF];
+        if (places[keys.front().prefix >> shift & 0xFF] == keys.size())
+            continue;
+        std::size_t before = 0;
+        for (std::size_t& place : places)
+            before += std::exchange(place, before);
+        for (Key const& key : keys)
+            sorted[places[key.prefix >> shift & 0xFF]++] = key;
+        keys.swap(sorted);
+    }
+}
+
+void sortKeys(std::vector<Key>& keys)
+{
+    constexpr std::size_t comparedUpTo = 1000;
+    if (keys.size() <= comparedUpTo) {
+        std::stable_sort(keys.begin(), keys.end());
+        return;
+    }
+    sortByPrefix(keys);
+    for (auto first = keys.begin(); first != keys.end();) {
+        auto const last =
+            std::find_if(first + 1, keys.end(), [&](Key const& key) { return key.prefix != first->prefix; });
+        if (last - first > 1)
+            std::stable_sort(first, last);
+        first = last;
+    }
+}
+
 }  // namespace
 
 void sortStably(SPString const** elements, std::size_t count)
@@ -43,7 +80,7 @@ void sortStably(SPString const** elements, std::size_t count)
     std::vector<Key> keys(count);
     for (std::size_t i = 0; i < count; ++i)
         keys[i] = {prefixOf(*elements[i]), elements[i]};
-    std::stable_sort(keys.begin(), keys.end());
+    sortKeys(keys);
     for (std::size_t i = 0; i < count; ++i)
         elements[i] = keys[i].text;
 }

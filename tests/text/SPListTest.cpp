@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
+#include <random>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -247,6 +249,27 @@ TEST(SPList, sortKeepsTheOrderOfEqualElements)
     for (int i = 1; i < 1000; ++i)
         EXPECT_TRUE(sorted[i - 1].key < sorted[i].key ||
                     (sorted[i - 1].key == sorted[i].key && sorted[i - 1].place < sorted[i].place));
+}
+
+TEST(SPList, sortOrdersLongListsToo)
+{
+    // Beginnings of every length up to twelve, many of them equal.
+    std::mt19937 chance(1);
+    SPList<SPString> list;
+    std::vector<std::string> expected;
+    for (int i = 0; i < 20000; ++i) {
+        std::string text(chance() % 7, 'a');
+        for (unsigned length = chance() % 7; text.size() < length + 6;)
+            text += "ab\xFF"[chance() % 3];
+        list.push(text.c_str());
+        expected.push_back(text);
+    }
+    std::stable_sort(expected.begin(), expected.end());
+
+    SPList<SPString> const sorted = list.sort();
+
+    for (int i = 0; i < sorted.count(); ++i)
+        ASSERT_EQ(std::string(sorted[i]), expected[std::size_t(i)]);
 }
 
 TEST(SPList, sortKeepsThePlace)
