@@ -233,7 +233,8 @@ bool omIsRTF(CString text)
 
 int cstringCompare(void const* left, void const* right)
 {
-    return std::strcmp(**static_cast<CString const* const*>(left), **static_cast<CString const* const*>(right));
+    return std::strcmp(**static_cast<CString const* const*>(left),
+                       **static_cast<CString const* const*>(right));
 }
 
 int advanceIfStartsWith(CString& text, char const* prefix)

@@ -199,7 +199,7 @@ TEST_F(PathAlgebra, findsTheWayFromABaseToATarget)
         {"C:\\xy", "C:\\x", '\\', "..\\xy"},
         {"C:\\x", "C:\\xy", '\\', "..\\x"},
         {"/a/b", "/a/c", '/', "../b"},
-        {"/a/b", "/a/c", '\\', "/a/b"},            // no slash counts where the separator is another
+        {"/a/b", "/a/c", '\\', "/a/b"},                // no slash counts where the separator is another
         {"C:\\a/b", "C:\\a\\b", '\\', "..\\..\\a/b"},  // mixed slashes do not match
         {"a", "b", '\\', "a"},
         {"", "", '\\', ""},

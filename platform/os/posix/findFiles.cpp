@@ -119,8 +119,8 @@ public:
     }
 
 private:
-    std::mutex mutex_;         // guards the position in names_
-    Descriptor const folder_;  // the search goes on in it, wherever the current directory goes
+    std::mutex mutex_;           // guards the position in names_
+    Descriptor const folder_{};  // the search goes on in it, wherever the current directory goes
     Names names_;
 };
 

@@ -13,13 +13,13 @@
 #include "platform/os/posix/codePages.h"
 #include "platform/os/posix/textOperations.h"
 
+#include "platform/os/posix/calendar.h"
 #include "platform/os/posix/environment.h"
 #include "platform/os/posix/module.h"
-#include "platform/os/posix/calendar.h"
 
 #include "platform/os/posix/debugOutput.h"
-#include "platform/os/posix/messageTexts.h"
 #include "platform/os/posix/locale.h"
+#include "platform/os/posix/messageTexts.h"
 
 #include "platform/os/posix/copyMove.h"
 #include "platform/os/posix/directories.h"

@@ -59,10 +59,10 @@ constinit SystemCalls systemCallTable = {
     .mmap = ::mmap,
     .posix_fallocate = ::posix_fallocate,
     .pthread_create = ::pthread_create,
-    .futex = [](std::uint32_t* word, int operation, std::uint32_t value, timespec const* timeout,
-                std::uint32_t* other, std::uint32_t mask) {
-        return ::syscall(SYS_futex, word, operation, value, timeout, other, mask);
-    },
+    .futex =
+        [](std::uint32_t* word, int operation, std::uint32_t value, timespec const* timeout,
+           std::uint32_t* other,
+           std::uint32_t mask) { return ::syscall(SYS_futex, word, operation, value, timeout, other, mask); },
 
     // Environment and names.
     .setenv = ::setenv,

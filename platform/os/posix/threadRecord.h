@@ -39,7 +39,7 @@ struct alignas(64) ThreadRecord {
     /// that moment, the thread hands a wake-up that it may have used up on to the next one.
     std::atomic<std::uint32_t>* volatile sleepsOn = nullptr;
 
-    std::uint64_t serial = 0;  ///< of the thread: unlike numbers and records, never used again
+    std::uint64_t serial = 0;      ///< of the thread: unlike numbers and records, never used again
     DWORD id = 0;                  ///< the thread's number
     ThreadState* state = nullptr;  ///< the object behind the thread's handles, if it has one
 

@@ -102,8 +102,8 @@ using LPFILETIME = FILETIME*;
 
 struct SYSTEMTIME {
     WORD wYear;
-    WORD wMonth;        // 1 is January
-    WORD wDayOfWeek;    // 0 is Sunday
+    WORD wMonth;      // 1 is January
+    WORD wDayOfWeek;  // 0 is Sunday
     WORD wDay;
     WORD wHour;
     WORD wMinute;
