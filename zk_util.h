@@ -7,6 +7,12 @@
 
 #include "platform/classlib/AfxMessageBox.h"
 #include "platform/classlib/CArray.h"
+#include "platform/classlib/CButton.h"
+#include "platform/classlib/CCmdTarget.h"
+#include "platform/classlib/CComboBox.h"
+#include "platform/classlib/CDataExchange.h"
+#include "platform/classlib/CDialog.h"
+#include "platform/classlib/CEdit.h"
 #include "platform/classlib/CException.h"
 #include "platform/classlib/CFile.h"
 #include "platform/classlib/CFileException.h"
@@ -18,12 +24,16 @@
 #include "platform/classlib/CPoint.h"
 #include "platform/classlib/CPtrArray.h"
 #include "platform/classlib/CRect.h"
+#include "platform/classlib/CStatic.h"
 #include "platform/classlib/CStdioFile.h"
 #include "platform/classlib/CString.h"
 #include "platform/classlib/CStringArray.h"
 #include "platform/classlib/CStringList.h"
 #include "platform/classlib/CStringMaps.h"
 #include "platform/classlib/CTime.h"
+#include "platform/classlib/CWinApp.h"
+#include "platform/classlib/CWinThread.h"
+#include "platform/classlib/CWnd.h"
 #include "platform/classlib/clock.h"
 #include "platform/classlib/textTables.h"
 
@@ -60,3 +70,5 @@
 #include "text/stringListConversions.h"
 
 #include "files/paths.h"
+
+#include "Foundtn/util/CZK_UTIL_DLLApp.h"

@@ -1,6 +1,8 @@
 #include "platform/classlib/AfxMessageBox.h"
 
 #include "platform/classlib/CString.h"
+#include "platform/classlib/CWinApp.h"
+#include "platform/classlib/CWnd.h"
 
 #include <atomic>
 
@@ -36,15 +38,19 @@ int showMessageBox(char const* text, UINT type, UINT helpId)
 {
     type = withIcon(type);
     if (MessageBoxPresenter* const presenter = presenterInForce.load())
-        return presenter->present(text ? text : "", "", type, helpId);
-    return MessageBoxA(nullptr, text ? text : "", "", type | MB_TASKMODAL);
+        return presenter->present(text ? text : "", AfxGetAppName(), type, helpId);
+    CWnd const* const mainWindow = AfxGetMainWnd();
+    HWND const owner = mainWindow ? mainWindow->GetSafeHwnd() : nullptr;
+    return MessageBoxA(owner, text ? text : "", AfxGetAppName(), owner ? type : type | MB_TASKMODAL);
 }
 
 }  // namespace zk
 
 int AfxMessageBox(LPCSTR lpszText, UINT nType, UINT nIDHelp)
 {
-    return zk::showMessageBox(lpszText, nType, nIDHelp);
+    CWinApp* const application = AfxGetApp();
+    return application ? application->DoMessageBox(lpszText, nType, nIDHelp)
+                       : zk::showMessageBox(lpszText, nType, nIDHelp);
 }
 
 int AfxMessageBox(UINT nIDPrompt, UINT nType, UINT nIDHelp)

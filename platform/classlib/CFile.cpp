@@ -10,9 +10,6 @@ HANDLE const CFile::hFileNull = INVALID_HANDLE_VALUE;
 
 namespace {
 
-// What GetCurrentProcess() gives.
-HANDLE const thisProcess = reinterpret_cast<HANDLE>(static_cast<LONG_PTR>(-1));
-
 constexpr UINT modeMask = 0x0003;
 constexpr UINT shareMask = 0x0070;
 
@@ -259,7 +256,8 @@ CFile* CFile::Duplicate() const
     auto copy = std::make_unique<CFile>();
     copy->m_strFileName = m_strFileName;
     HANDLE handle;
-    if (!DuplicateHandle(thisProcess, m_hFile, thisProcess, &handle, 0, FALSE, DUPLICATE_SAME_ACCESS))
+    if (!DuplicateHandle(GetCurrentProcess(), m_hFile, GetCurrentProcess(), &handle, 0, FALSE,
+                         DUPLICATE_SAME_ACCESS))
         throwLastError(m_strFileName);
     copy->m_hFile = handle;
     copy->m_bCloseOnDelete = m_bCloseOnDelete;

@@ -32,7 +32,9 @@
 #include "platform/os/posix/time.h"
 
 #include "platform/os/posix/controls.h"
+#include "platform/os/posix/dialogs.h"
 #include "platform/os/posix/messageQueue.h"
+#include "platform/os/posix/scrollBars.h"
 #include "platform/os/posix/windowPlaces.h"
 #include "platform/os/posix/windows.h"
 

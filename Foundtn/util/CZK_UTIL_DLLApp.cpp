@@ -1,0 +1,14 @@
+#include "Foundtn/util/CZK_UTIL_DLLApp.h"
+
+BEGIN_MESSAGE_MAP(CZK_UTIL_DLLApp, CWinApp)
+END_MESSAGE_MAP()
+
+CZK_UTIL_DLLApp::CZK_UTIL_DLLApp() : CWinApp(nullptr, zk::ModuleFrame())
+{
+}
+
+namespace {
+
+CZK_UTIL_DLLApp moduleFrame;
+
+}  // namespace
