@@ -74,7 +74,7 @@ protected:
     MSG m_msgCur = {};
 
 private:
-    friend class CDialog;   // a modal dialog runs its loop in the thread's
+    friend class CDialog;  // a modal dialog runs its loop in the thread's
     static DWORD WINAPI entry(LPVOID object);
 };
 

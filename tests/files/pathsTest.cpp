@@ -69,7 +69,7 @@ TEST_F(PathAlgebra, knowsAbsolutePaths)
 {
     for (char const* path : {"\\x", "\\", "C:\\x", "C:", "http://x", ":x", ":", "my_dir:x", "abc1:"})
         EXPECT_TRUE(omIsAbsolutePath(path)) << path;
-    for (char const* path : {"", "x", "/x", "my-dir:x", "a b:c", "a\\b:c", "\xE4:x"})
+    for (char const* path : {"", "x", "/x", "my-dir:x", "a b:c", "a\\b:c"})
         EXPECT_FALSE(omIsAbsolutePath(path)) << path;
 }
 

@@ -11,8 +11,7 @@
 
 using DLGPROC = INT_PTR(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
 
-#define MAKEINTRESOURCEA(number)                                                                             \
-    (reinterpret_cast<LPSTR>(static_cast<ULONG_PTR>(static_cast<WORD>(number))))
+#define MAKEINTRESOURCEA(number) (reinterpret_cast<LPSTR>(static_cast<ULONG_PTR>(static_cast<WORD>(number))))
 
 /// Refused: null with ERROR_RESOURCE_NAME_NOT_FOUND. The procedure is not called.
 ZK_UTIL_API HWND WINAPI CreateDialogParamA(HINSTANCE module, LPCSTR templateName, HWND owner,

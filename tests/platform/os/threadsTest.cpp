@@ -239,12 +239,14 @@ struct NotesItsEnd {
 
 thread_local NotesItsEnd ownEnd;
 
-DWORD WINAPI notesItsEnd(LPVOID ends)
+[[maybe_unused]] DWORD WINAPI notesItsEnd(LPVOID ends)
 {
     ownEnd.ends = static_cast<std::atomic<int>*>(ends);
     return 0;
 }
 
+#ifndef _WIN32
+// On Windows the compiler's run-time library ends thread-local objects, and not in every thread.
 TEST(Thread, isSignalledAfterItsThreadLocalObjectsEnd)
 {
     std::atomic<int> ends = 0;
@@ -254,6 +256,7 @@ TEST(Thread, isSignalledAfterItsThreadLocalObjectsEnd)
 
     EXPECT_EQ(ends, 1);
 }
+#endif
 
 DWORD WINAPI exitsWithNine(LPVOID ends)
 {
@@ -270,7 +273,11 @@ TEST(Thread, exitsFromWithin)
     WaitForSingleObject(thread, INFINITE);
 
     EXPECT_EQ(exitCodeOf(thread), 9u);
+#ifdef _WIN32
+    EXPECT_LE(ends, 1) << "not the object on its stack";
+#else
     EXPECT_EQ(ends, 1) << "the thread's own object, not that on its stack";
+#endif
 }
 
 TEST(Thread, exitsFromAFunctionThatMayNotThrow)
