@@ -11,6 +11,9 @@
 #ifdef __SANITIZE_THREAD__
 #    define ZK_SKIP_ENDS_A_THREAD()                                                                          \
         GTEST_SKIP() << "the thread sanitizer doesn't survive a thread ended from outside"
+#elif defined(_WIN32)
+// A thread that is ended while it starts keeps the loader's lock: some runs never come to their end.
+#    define ZK_SKIP_ENDS_A_THREAD() GTEST_SKIP() << "Wine sometimes hangs when a thread is ended from outside"
 #else
 #    define ZK_SKIP_ENDS_A_THREAD() static_cast<void>(0)
 #endif
