@@ -14,8 +14,10 @@ endif()
 
 find_program(ZK_CCACHE ccache)
 if(ZK_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    # Precompiled headers are cached only if ccache may look past macros and times.
     set(CMAKE_C_COMPILER_LAUNCHER ${ZK_CCACHE})
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${ZK_CCACHE})
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${ZK_CCACHE})
 endif()
 
 # What users of the library must compile with: faults in their frames are
