@@ -69,6 +69,12 @@
 #include "text/stringHelpers.h"
 #include "text/stringListConversions.h"
 
+#include "files/fileQueries.h"
 #include "files/paths.h"
 
 #include "Foundtn/util/CZK_UTIL_DLLApp.h"
+#include "Foundtn/util/IAppProfileInterface.h"
+#include "Foundtn/util/IToolMode.h"
+#include "Foundtn/util/ToolLangFacade.h"
+#include "Foundtn/util/globalFlags.h"
+#include "Foundtn/util/versions.h"

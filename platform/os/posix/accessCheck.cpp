@@ -1,0 +1,41 @@
+#include "platform/os/posix/accessCheck.h"
+
+#include "platform/os/posix/fileAttributes.h"
+#include "platform/os/posix/lastError.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace {
+
+constexpr int writeMode = 2;
+constexpr int readMode = 4;
+
+bool isReadOnlyFile(char const* path) noexcept
+{
+    DWORD const lastError = GetLastError();
+    DWORD const attributes = GetFileAttributesA(path);
+    SetLastError(lastError);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0 &&
+        (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+}  // namespace
+
+int _access(char const* path, int mode) noexcept
+{
+    if (!path || (mode & ~(readMode | writeMode)) != 0) {
+        errno = EINVAL;
+        return -1;
+    }
+    int const wanted = ((mode & readMode) != 0 ? R_OK : 0) | ((mode & writeMode) != 0 ? W_OK : 0);
+    if (faccessat(AT_FDCWD, path, wanted == 0 ? F_OK : wanted, AT_EACCESS) != 0)
+        return -1;
+    if ((mode & writeMode) != 0 && isReadOnlyFile(path)) {
+        errno = EACCES;
+        return -1;
+    }
+    return 0;
+}
