@@ -10,9 +10,11 @@ case "${1:-}" in
 *) echo "demo.sh: unknown argument '$1'" >&2; exit 2 ;;
 esac
 
+. scripts/workplace.sh
+need_workplace demo.sh 400
+
 started=$SECONDS
 log=build/demo.log
-mkdir -p build
 
 fail() {   # fail WHAT: shows the last words of the step that failed
     echo "demo.sh: $1 failed; its last words:" >&2

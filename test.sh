@@ -19,12 +19,16 @@ done
 presets=(linux)
 arguments=()
 groups=(build)
+room=800   # MB
 if [[ $quick -eq 1 ]]; then
     arguments=(-LE slow)
 else
     presets+=(windows)
     groups+=(windows)
+    room=2500
 fi
+. scripts/workplace.sh
+need_workplace test.sh "$room"
 
 echo "-- looking for the packages this needs"
 scripts/install-packages "${groups[@]}"

@@ -20,19 +20,24 @@ if(ZK_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
         ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${ZK_CCACHE})
 endif()
 
-# What users of the library must compile with: faults in their frames are
-# thrown as exceptions, so their frames need unwind tables at every access.
+# What users of the library must compile with: C++17, and unwind tables at
+# every access, since faults in their frames are thrown as exceptions. Only GCC
+# has such tables. Measuring coverage, each access would count as a branch.
 add_library(zk_usage_requirements INTERFACE)
-target_compile_options(zk_usage_requirements INTERFACE
-    $<$<COMPILE_LANG_AND_ID:CXX,GNU,Clang>:-fnon-call-exceptions>)
-if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-    # clang knows the option only from version 16 on.
-    include(CheckCXXCompilerFlag)
-    check_cxx_compiler_flag(-fnon-call-exceptions ZK_HAVE_NON_CALL_EXCEPTIONS)
-    if(NOT ZK_HAVE_NON_CALL_EXCEPTIONS)
-        set_property(TARGET zk_usage_requirements PROPERTY INTERFACE_COMPILE_OPTIONS "")
-    endif()
+target_compile_features(zk_usage_requirements INTERFACE cxx_std_17)
+set(non_call_exceptions $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fnon-call-exceptions>)
+if(ZK_COVERAGE)
+    set(non_call_exceptions $<INSTALL_INTERFACE:${non_call_exceptions}>)
 endif()
+target_compile_options(zk_usage_requirements INTERFACE ${non_call_exceptions})
+
+# How the library itself is compiled. Calls among its own functions are direct:
+# nobody puts others in their place. No symbol is unique in the process: one
+# that is would keep the module loaded for ever.
+add_library(zk_module_options INTERFACE)
+target_compile_options(zk_module_options INTERFACE
+    $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-semantic-interposition;-fno-gnu-unique>
+    $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-fno-semantic-interposition>)
 
 add_library(zk_warnings INTERFACE)
 target_compile_options(zk_warnings INTERFACE -Wall -Wextra -Wpedantic)

@@ -24,7 +24,7 @@ function(zk_module name)
     add_library(zk_${name} OBJECT ${sources})
     target_include_directories(zk_${name} PUBLIC ${PROJECT_SOURCE_DIR})
     target_compile_definitions(zk_${name} PRIVATE ZK_UTIL_BUILD)
-    target_link_libraries(zk_${name} PUBLIC zk_usage_requirements PRIVATE zk_warnings)
+    target_link_libraries(zk_${name} PUBLIC zk_usage_requirements PRIVATE zk_warnings zk_module_options)
     set_property(GLOBAL APPEND PROPERTY ZK_MODULES zk_${name})
 endfunction()
 
@@ -57,7 +57,9 @@ function(zk_library)
             OUTPUT_NAME ZK_UTIL_DLL
             VERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}
             SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
-        target_link_options(zk_util PRIVATE LINKER:-z,now)
+        set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+        target_link_options(zk_util PRIVATE LINKER:-z,now LINKER:--version-script,${exports})
+        set_target_properties(zk_util PROPERTIES LINK_DEPENDS ${exports})
         if(NOT ZK_SANITIZE)   # the sanitizers' own symbols are in the program
             target_link_options(zk_util PRIVATE LINKER:--no-undefined)
         endif()
@@ -69,13 +71,14 @@ endfunction()
 # At -O1 the warnings about bounds see branches that are not there.
 set(ZK_TEST_OPTIONS -O1 -g1 -Wno-array-bounds -Wno-stringop-overflow -Wno-stringop-overread)
 
-# zk_test(<name> [INTERNAL] [DISPLAY] [SOURCES <file>...] [LABELS <label>...] [LIBRARIES <lib>...] [SUBDIRS <folder>...])
+# zk_test(<name> [INTERNAL | APART] [DISPLAY] [SOURCES <file>...] [LABELS <label>...] [LIBRARIES <lib>...] [SUBDIRS <folder>...])
 # One GoogleTest program from the *Test.cpp files of this folder. With INTERNAL
 # it is linked with the static library, so that it sees namespace zk; such
 # files are named *InternalTest.cpp and are left out of the other program. With
-# DISPLAY a Windows program runs on a display of its own.
+# APART it is linked with neither form of the library. With DISPLAY a Windows
+# program runs on a display of its own.
 function(zk_test name)
-    cmake_parse_arguments(ARG "INTERNAL;DISPLAY" "" "SOURCES;LABELS;LIBRARIES;SUBDIRS" ${ARGN})
+    cmake_parse_arguments(ARG "INTERNAL;APART;DISPLAY" "" "SOURCES;LABELS;LIBRARIES;SUBDIRS" ${ARGN})
     set(sources ${ARG_SOURCES})
     if(NOT sources)
         file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*Test.cpp)
@@ -97,7 +100,7 @@ function(zk_test name)
     if(ARG_INTERNAL)
         target_link_libraries(${target} PRIVATE zk_util_static)
         target_compile_definitions(${target} PRIVATE ZK_UTIL_STATIC)
-    else()
+    elseif(NOT ARG_APART)
         target_link_libraries(${target} PRIVATE zk::util)
     endif()
     target_link_libraries(${target} PRIVATE zk_test_support zk_warnings ${ARG_LIBRARIES})

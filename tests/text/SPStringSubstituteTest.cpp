@@ -32,8 +32,8 @@ void expectRows(std::initializer_list<Row> rows)
     }
 }
 
-// One replacement after the other, as the operation is described: the end behind a match first, as a
-// string of its own.
+// The plain way to replace all: one match after the other, what stands behind it first, as a string of its
+// own.
 int substituteEndsFirst(SPString& text, char const* pattern, char const* replacement)
 {
     SPString head(text);

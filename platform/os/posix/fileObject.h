@@ -14,7 +14,7 @@
 
 namespace zk::os {
 
-class ZK_UTIL_API FileObject final : public KernelObject {
+class FileObject final : public KernelObject {
 public:
     enum Access : unsigned { none = 0, reads = 1, writes = 2, appends = 4, changesAttributes = 8 };
     enum class OnClose { keep, remove };

@@ -172,6 +172,23 @@ std::shared_ptr<KernelObject> takeOut(HANDLE handle) noexcept
     return taken;
 }
 
+// When the module is unloaded: the table's memory, unless handles are open or
+// other threads may come for it.
+[[gnu::destructor(moduleEndHandles)]] void freeTable() noexcept
+{
+    Table& handles = table();
+    std::lock_guard const lock(handles.mutex);
+    if (!isOnlyUserOfRecords())
+        return;
+    for (std::size_t index = 0; index < handles.used; ++index)
+        if (slotAt(index).handle.load(std::memory_order_relaxed) != 0)
+            return;
+    for (auto& chunk : handles.chunks)
+        delete[] chunk.exchange(nullptr);
+    handles.used = 0;
+    handles.firstFree = 0;
+}
+
 void lockTable() noexcept
 {
     table().mutex.lock();

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <new>
+#include <utility>
 
 namespace zk::os {
 namespace {
@@ -38,17 +39,17 @@ void keepOwnRecordOnly() noexcept
     }
 }
 
+constinit std::atomic<bool> hasThreadEndKey{false};
+pthread_key_t threadEndKey{};
+
 // What is set up once, before the first record.
 struct Setup {
     Setup() noexcept
     {
-        hasKey = pthread_key_create(&key, releaseAtThreadEnd) == 0;
+        hasThreadEndKey = pthread_key_create(&threadEndKey, releaseAtThreadEnd) == 0;
         pthread_atfork(nullptr, nullptr, keepOwnRecordOnly);
         hasRemoteFence = syscall(SYS_membarrier, MEMBARRIER_CMD_REGISTER_PRIVATE_EXPEDITED, 0, 0) == 0;
     }
-
-    pthread_key_t key{};
-    bool hasKey;
 };
 
 ThreadRecord* takeFromPool() noexcept
@@ -60,6 +61,21 @@ ThreadRecord* takeFromPool() noexcept
             return record;
     }
     return nullptr;
+}
+
+// When the module is unloaded, behind all else, nothing may lead back into it.
+// The end of the process comes by here too; other threads may still run then,
+// and keep their records.
+[[gnu::destructor(moduleEndRecords)]] void endRecords() noexcept
+{
+    if (hasThreadEndKey.exchange(false))
+        pthread_key_delete(threadEndKey);
+    if (!isOnlyUserOfRecords())
+        return;
+    ownThreadRecord = nullptr;
+    ThreadRecord* record = firstRecord.exchange(nullptr);
+    while (record)
+        delete std::exchange(record, record->next);
 }
 
 ThreadRecord* makeInPool() noexcept
@@ -99,15 +115,15 @@ void ThreadRecord::release() noexcept
 
 ThreadRecord* makeThreadRecord() noexcept
 {
-    static Setup const setup;
-    if (!setup.hasKey)
+    [[maybe_unused]] static Setup const setup;
+    if (!hasThreadEndKey)
         return nullptr;  // nobody would give the record back
     ThreadRecord* record = takeFromPool();
     if (!record)
         record = makeInPool();
     if (!record)
         return nullptr;
-    if (pthread_setspecific(setup.key, record) != 0) {
+    if (pthread_setspecific(threadEndKey, record) != 0) {
         record->release();
         return nullptr;
     }
@@ -125,6 +141,14 @@ DWORD askThreadId() noexcept
 ThreadRecord* firstThreadRecord() noexcept
 {
     return firstRecord.load(std::memory_order_seq_cst);
+}
+
+bool isOnlyUserOfRecords() noexcept
+{
+    for (ThreadRecord const* record = firstThreadRecord(); record; record = record->next)
+        if (record != ownThreadRecord && record->inUse.load(std::memory_order_acquire))
+            return false;
+    return true;
 }
 
 void leaveThread() noexcept

@@ -7,8 +7,8 @@
 //   }
 //
 // A record is taken when a thread first calls into the seam and goes back to
-// the pool when the thread ends, whichever way it ends. Records are never
-// freed, so a reader may walk all of them without a lock.
+// the pool when the thread ends, whichever way it ends. Records are not freed
+// before the module is unloaded, so a reader may walk all of them without a lock.
 #pragma once
 
 #include "platform/os/posix/types.h"
@@ -55,6 +55,17 @@ ThreadRecord* threadRecord() noexcept;
 
 /// The first of all records; follow `next`.
 ThreadRecord* firstThreadRecord() noexcept;
+
+/// True if no other thread has a record: none is inside of the seam, or comes
+/// back to something that it left there.
+bool isOnlyUserOfRecords() noexcept;
+
+// The order in which the seam gives back what would outlive an unloaded module
+// (priorities of destructor functions, highest first). All come behind the
+// destructors of objects, which may still use it.
+constexpr int moduleEndHandles = 103;
+constexpr int moduleEndSignal = 102;
+constexpr int moduleEndRecords = 101;
 
 /// Tells a thread's object that the thread ends, on that thread. `mayFree` is
 /// false in a signal handler. Afterwards the thread doesn't know the object any more.

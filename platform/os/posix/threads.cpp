@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <climits>
 #include <csetjmp>
@@ -140,6 +141,21 @@ void endOnSignal(int, siginfo_t* info, void*) noexcept
         leaveThread();
 }
 
+constinit std::atomic<int> takenSignal{0};
+
+// When the module is unloaded, its handler goes with it.
+[[gnu::destructor(moduleEndSignal)]] void giveBackSignal() noexcept
+{
+    int const number = takenSignal.load();
+    struct sigaction action;
+    if (number == 0 || !isOnlyUserOfRecords() || sigaction(number, nullptr, &action) != 0 ||
+        !(action.sa_flags & SA_SIGINFO) || action.sa_sigaction != endOnSignal)
+        return;
+    action = {};
+    action.sa_handler = SIG_DFL;
+    sigaction(number, &action, nullptr);
+}
+
 // The real-time signal kept for TerminateThread(): the highest one that nobody
 // handles; 0 if all are in use.
 int takeSignal() noexcept
@@ -152,8 +168,10 @@ int takeSignal() noexcept
         action = {};
         action.sa_flags = SA_SIGINFO | SA_RESTART;
         action.sa_sigaction = endOnSignal;
-        if (sigaction(number, &action, nullptr) == 0)
+        if (sigaction(number, &action, nullptr) == 0) {
+            takenSignal = number;
             return number;
+        }
     }
     return 0;
 }

@@ -1,0 +1,61 @@
+// A module that uses the library from its static objects and when it is asked
+// to, as the application's other modules do. moduleLoadTest loads it.
+#include "tests/Foundtn/util/load/frameUser.h"
+
+#include "zk_util.h"
+
+namespace {
+
+FrameUserReport* report = nullptr;
+
+// At file scope: made when the module is loaded, destroyed when it is unloaded.
+class StaticUser {
+public:
+    StaticUser() : text_("from the first")
+    {
+        text_.MakeUpper();
+        hadTextAtLoad = text_ == "FROM THE FIRST" && !AfxGetApp();
+    }
+
+    ~StaticUser()
+    {
+        if (report)
+            report->libraryWorkedAtUnload =
+                text_.Find("FIRST") == 9 && SPString("a,b").split(",").count() == 2;
+    }
+
+    bool hadTextAtLoad;
+
+private:
+    CString text_;
+};
+
+StaticUser const user;
+
+DWORD WINAPI setEvent(LPVOID event)
+{
+    return SetEvent(event) ? 7 : 0;
+}
+
+}  // namespace
+
+extern "C" FRAME_USER_API void reportTo(FrameUserReport* target)
+{
+    report = target;
+    if (report)
+        report->libraryWorkedAtLoad = user.hadTextAtLoad;
+}
+
+extern "C" FRAME_USER_API int useLibrary()
+{
+    CString text;
+    text.Format("%s has %d letters, more than a short text holds", "library", 7);
+    SPString const words("one two three");
+    HANDLE const event = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    HANDLE const thread = CreateThread(nullptr, 0, setEvent, event, 0, nullptr);
+    DWORD const waited = WaitForSingleObject(event, INFINITE);
+    WaitForSingleObject(thread, INFINITE);
+    CloseHandle(thread);
+    CloseHandle(event);
+    return text.Find("letters") == 14 && words.split(" ").count() == 3 && waited == WAIT_OBJECT_0;
+}
