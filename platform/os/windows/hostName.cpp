@@ -1,0 +1,33 @@
+#include "platform/os/hostName.h"
+
+#include <winsock2.h>
+
+namespace zk::os {
+
+SocketLibrary::SocketLibrary() noexcept
+{
+    WSADATA data;
+    started_ = WSAStartup(MAKEWORD(1, 1), &data) == 0;
+}
+
+SocketLibrary::~SocketLibrary()
+{
+    if (started_)
+        WSACleanup();
+}
+
+std::string hostName()
+{
+    char name[256] = "";
+    if (gethostname(name, sizeof name - 1) != 0)
+        return {};
+    return name;
+}
+
+std::string officialHostName(std::string const& name)
+{
+    hostent const* const found = gethostbyname(name.c_str());
+    return found && found->h_name ? found->h_name : "";
+}
+
+}  // namespace zk::os

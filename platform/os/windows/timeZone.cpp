@@ -1,0 +1,17 @@
+#include "platform/os/timeZone.h"
+
+#include <ctime>
+
+namespace zk::os {
+
+long secondsWestOfGreenwich() noexcept
+{
+    return _timezone;
+}
+
+bool hasDaylightSavingTime() noexcept
+{
+    return _daylight != 0;
+}
+
+}  // namespace zk::os
