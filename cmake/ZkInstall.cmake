@@ -25,6 +25,12 @@ if(TARGET zk_host_texts)
     install(TARGETS zk_host_texts EXPORT ZkUtilTargets ARCHIVE COMPONENT development)
 endif()
 
+# ninja -C build/PRESET installed: all that `cmake --install` needs.
+add_custom_target(installed DEPENDS zk_util)
+if(TARGET zk_host_texts)
+    add_dependencies(installed zk_host_texts)
+endif()
+
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/ZkUtil)
 install(EXPORT ZkUtilTargets NAMESPACE zk:: DESTINATION ${package_folder} COMPONENT development)
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/ZkUtilConfig.cmake.in
