@@ -78,3 +78,8 @@
 #include "Foundtn/util/ToolLangFacade.h"
 #include "Foundtn/util/globalFlags.h"
 #include "Foundtn/util/versions.h"
+
+#include "process/ZktCriticalSection.h"
+#include "process/ZktMutex.h"
+#include "process/ZktSemaphore.h"
+#include "process/multithreading.h"

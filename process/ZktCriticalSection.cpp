@@ -1,0 +1,3 @@
+#include "process/ZktCriticalSection.h"
+
+ZktCriticalSection::~ZktCriticalSection() = default;
