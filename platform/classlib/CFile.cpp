@@ -1,10 +1,29 @@
 #include "platform/classlib/CFile.h"
 
 #include "platform/classlib/filePaths.h"
+#include "platform/classlib/openFailure.h"
 
+#include <cstdint>
 #include <memory>
+#include <new>
+#include <utility>
 
 IMPLEMENT_DYNAMIC(CFile, CObject)
+
+BOOL zk::tellOpenFailure(DWORD error, char const* name, CFileException* exception) noexcept
+{
+    if (exception) {
+        exception->m_lOsError = LONG(error);
+        exception->m_cause = CFileException::OsErrorToException(LONG(error));
+        try {
+            exception->m_strFileName = name;
+        } catch (std::bad_alloc const&) {
+            exception->m_strFileName.Empty();
+        }
+    }
+    SetLastError(error);
+    return FALSE;
+}
 
 HANDLE const CFile::hFileNull = INVALID_HANDLE_VALUE;
 
@@ -80,9 +99,16 @@ HANDLE openFile(LPCSTR name, UINT flags)
 constexpr LONGLONG secondsFrom1601To1970 = 11'644'473'600;
 constexpr LONGLONG ticksPerSecond = 10'000'000;
 
-FILETIME fileTimeOf(CTime time)
+// A time that no file can have is thrown as an invalid parameter.
+FILETIME fileTimeOf(CTime time, CString const& fileName)
 {
-    auto const ticks = ULONGLONG((LONGLONG(time.GetTime()) + secondsFrom1601To1970) * ticksPerSecond);
+    constexpr LONGLONG latest = INT64_MAX / ticksPerSecond - secondsFrom1601To1970;
+    auto const seconds = LONGLONG(time.GetTime());
+    if (seconds <= -secondsFrom1601To1970 || seconds > latest) {  // 0 ticks would say "as it was"
+        SetLastError(ERROR_INVALID_PARAMETER);
+        throwLastError(fileName);
+    }
+    auto const ticks = ULONGLONG((seconds + secondsFrom1601To1970) * ticksPerSecond);
     return {DWORD(ticks), DWORD(ticks >> 32)};
 }
 
@@ -131,18 +157,18 @@ CFile::~CFile()
 BOOL CFile::Open(LPCSTR lpszFileName, UINT nOpenFlags, CFileException* pException)
 {
     Abort();
-    HANDLE const file = openFile(lpszFileName ? lpszFileName : "", nOpenFlags);
-    if (file == INVALID_HANDLE_VALUE) {
-        if (pException) {
-            pException->m_lOsError = LONG(GetLastError());
-            pException->m_cause = CFileException::OsErrorToException(pException->m_lOsError);
-            pException->m_strFileName = lpszFileName;
-        }
-        return FALSE;
+    CString path;
+    try {
+        path =
+            zk::fullPath(lpszFileName);  // first, so that a file without memory for its name is not touched
+    } catch (std::bad_alloc const&) {
+        return zk::tellOpenFailure(ERROR_NOT_ENOUGH_MEMORY, lpszFileName, pException);
     }
-    OwnedHandle owned(file);
-    m_strFileName = zk::fullPath(lpszFileName);
-    m_hFile = owned.release();
+    HANDLE const file = openFile(lpszFileName ? lpszFileName : "", nOpenFlags);
+    if (file == INVALID_HANDLE_VALUE)
+        return zk::tellOpenFailure(GetLastError(), lpszFileName, pException);
+    m_hFile = file;
+    m_strFileName = std::move(path);
     m_bCloseOnDelete = TRUE;
     return TRUE;
 }
@@ -221,7 +247,7 @@ void CFile::Close()
 {
     if (m_hFile == INVALID_HANDLE_VALUE)
         return;
-    CString const name = m_strFileName;
+    CString const name = std::move(m_strFileName);
     BOOL const closed = CloseHandle(m_hFile);
     m_hFile = INVALID_HANDLE_VALUE;
     m_bCloseOnDelete = FALSE;
@@ -312,9 +338,9 @@ void CFile::SetStatus(LPCSTR lpszFileName, CFileStatus const& status)
     bool const setsAccess = status.m_atime != CTime();
     bool const setsWrite = status.m_mtime != CTime();
     if (setsCreation || setsAccess || setsWrite) {
-        FILETIME const creation = fileTimeOf(status.m_ctime);
-        FILETIME const access = fileTimeOf(status.m_atime);
-        FILETIME const write = fileTimeOf(status.m_mtime);
+        FILETIME const creation = setsCreation ? fileTimeOf(status.m_ctime, name) : FILETIME();
+        FILETIME const access = setsAccess ? fileTimeOf(status.m_atime, name) : FILETIME();
+        FILETIME const write = setsWrite ? fileTimeOf(status.m_mtime, name) : FILETIME();
         HANDLE const file =
             CreateFileA(name, FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                         nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);

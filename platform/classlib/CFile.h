@@ -68,7 +68,9 @@ class ZK_UTIL_API CFile : public CObject {
     /// Opens a file, after closing the one that was open.
     ///
     /// FALSE on failure, with cause, system error and the name as given in
-    /// `*pException` if there is one; the object is then not open. Nothing is thrown.
+    /// `*pException` if there is one; the object is then not open. Nothing is
+    /// thrown: where memory runs out, the system error is ERROR_NOT_ENOUGH_MEMORY
+    /// and no file has been touched.
     virtual BOOL Open(LPCSTR lpszFileName, UINT nOpenFlags, CFileException* pException = nullptr);
 
     /// Reads up to `nCount` bytes and gives their number: less at the end of the file, 0 behind it.
@@ -110,7 +112,8 @@ class ZK_UTIL_API CFile : public CObject {
     /// with the last error set; `rStatus` is then unchanged.
     BOOL GetStatus(CFileStatus& rStatus) const;
     static BOOL GetStatus(LPCSTR lpszFileName, CFileStatus& rStatus);
-    /// Sets attributes, and those times that are not 0. Throws if that fails.
+    /// Sets attributes, and those times that are not 0. Throws if that fails, and
+    /// for a time that no file can have.
     static void SetStatus(LPCSTR lpszFileName, CFileStatus const& status);
 
     /// Renames, or removes, a file that is not open. Renaming never replaces a file.

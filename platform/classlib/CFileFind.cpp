@@ -2,6 +2,8 @@
 
 #include "platform/classlib/filePaths.h"
 
+#include <utility>
+
 IMPLEMENT_DYNAMIC(CFileFind, CObject)
 
 namespace {
@@ -44,11 +46,12 @@ BOOL CFileFind::FindFile(LPCSTR pstrName, DWORD)
 {
     Close();
     CString const pattern(pstrName && *pstrName ? pstrName : "*.*");
+    CString root = zk::folderOf(zk::fullPath(pattern));
     search_ = ::FindFirstFileA(pattern, &next_);
     if (search_ == INVALID_HANDLE_VALUE)
         return FALSE;
     hasNext_ = true;
-    root_ = zk::folderOf(zk::fullPath(pattern));
+    root_ = std::move(root);
     return TRUE;
 }
 

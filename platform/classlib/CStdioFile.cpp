@@ -1,5 +1,6 @@
 #include "platform/classlib/CStdioFile.h"
 
+#include "platform/classlib/openFailure.h"
 #include "platform/os/textFiles.h"
 
 #include <algorithm>
@@ -28,8 +29,25 @@ CStdioFile::~CStdioFile()
     CStdioFile::Abort();
 }
 
+// Writes what is pending without throwing; gives the error. Nothing is pending then.
+DWORD CStdioFile::tryToWritePending() noexcept
+{
+    DWORD const length = DWORD(std::exchange(pending_, 0));
+    DWORD done = 0;
+    if (length == 0)
+        return ERROR_SUCCESS;
+    if (!WriteFile(m_hFile, buffer_.get(), length, &done, nullptr))
+        return GetLastError();
+    return done == length ? ERROR_SUCCESS : ERROR_DISK_FULL;
+}
+
 BOOL CStdioFile::Open(LPCSTR lpszFileName, UINT nOpenFlags, CFileException* pException)
 {
+    if (DWORD const error = tryToWritePending()) {
+        CString const name = std::move(m_strFileName);
+        Abort();
+        return zk::tellOpenFailure(error, name, pException);
+    }
     if (!CFile::Open(lpszFileName, nOpenFlags, pException))
         return FALSE;
     translates_ = zk::os::textLinesEndInCrLf && !(nOpenFlags & typeBinary);
@@ -91,48 +109,76 @@ UINT CStdioFile::Read(void* lpBuf, UINT nCount)
     return done;
 }
 
+// Where the line that begins at the reader ends in what is read ahead; null if its end is not there.
+char const* CStdioFile::lineFeedAhead(std::size_t most) const
+{
+    return unread() == 0
+        ? nullptr
+        : static_cast<char const*>(std::memchr(buffer_.get() + begin_, '\n', std::min(unread(), most)));
+}
+
+// Takes what is read ahead of a line, up to its line feed, which goes too. False if it has none: the line goes on.
+bool CStdioFile::takeLine(CString& line, char const* lineFeed)
+{
+    char const* const first = buffer_.get() + begin_;
+    std::size_t const count = lineFeed ? std::size_t(lineFeed - first) : unread();
+    line.Append(first, int(count));
+    begin_ += lineFeed ? count + 1 : count;
+    if (!lineFeed)
+        return false;
+    int const length = line.GetLength();
+    if (translates_ && length > 0 && line[length - 1] == '\r')
+        line.Truncate(length - 1);
+    return true;
+}
+
 BOOL CStdioFile::ReadString(CString& rString)
 {
+    if (char const* const lineFeed = lineFeedAhead(unread())) {
+        rString.Truncate(0);  // mostly: the line goes where the last one was
+        return takeLine(rString, lineFeed);
+    }
     CString line;
     bool found = false;  // any byte at all, the line end included
-    for (;;) {
-        if (unread() == 0 && !fill())
-            break;
+    while (unread() != 0 || fill()) {
         found = true;
-        char const* const first = buffer_.get() + begin_;
-        void const* const lineFeed = std::memchr(first, '\n', unread());
-        std::size_t const count =
-            lineFeed ? std::size_t(static_cast<char const*>(lineFeed) - first) : unread();
-        line.Append(first, int(count));
-        begin_ += count;
-        if (!lineFeed)
-            continue;
-        ++begin_;
-        int const length = line.GetLength();
-        if (translates_ && length > 0 && line[length - 1] == '\r')
-            line.Truncate(length - 1);
-        break;
+        if (takeLine(line, lineFeedAhead(unread())))
+            break;
     }
     rString = std::move(line);
     return found;
+}
+
+// Copies a line's next bytes, at most `room`, up to its line feed; gives their number, 0 at the end of the file.
+std::size_t CStdioFile::takeBytes(char* to, std::size_t room)
+{
+    std::size_t length = 0;
+    if (translates_) {
+        for (int byte = 0; length < room && byte != '\n' && (byte = next()) >= 0; ++length)
+            to[length] = char(byte);
+        return length;
+    }
+    while (length < room && (unread() != 0 || fill())) {
+        char const* const first = buffer_.get() + begin_;
+        char const* const lineFeed = lineFeedAhead(room - length);
+        std::size_t const count =
+            lineFeed ? std::size_t(lineFeed - first) + 1 : std::min(unread(), room - length);
+        std::memcpy(to + length, first, count);
+        begin_ += count;
+        length += count;
+        if (lineFeed)
+            break;
+    }
+    return length;
 }
 
 LPSTR CStdioFile::ReadString(LPSTR lpsz, UINT nMax)
 {
     if (!lpsz || nMax == 0)
         return nullptr;
-    UINT length = 0;
-    while (length + 1 < nMax) {
-        int const byte = next();
-        if (byte < 0) {
-            if (length == 0)
-                return nullptr;
-            break;
-        }
-        lpsz[length++] = char(byte);
-        if (byte == '\n')
-            break;
-    }
+    std::size_t const length = takeBytes(lpsz, nMax - 1);
+    if (length == 0 && nMax > 1)
+        return nullptr;
     lpsz[length] = '\0';
     return lpsz;
 }
@@ -255,9 +301,7 @@ void CStdioFile::Close()
 
 void CStdioFile::Abort() noexcept
 {
-    DWORD done;
-    if (pending_ != 0)
-        WriteFile(m_hFile, buffer_.get(), DWORD(pending_), &done, nullptr);
+    tryToWritePending();
     forget();
     CFile::Abort();
 }

@@ -31,6 +31,8 @@ class ZK_UTIL_API CStdioFile : public CFile {
     /// Closes the file; what can't be written any more is lost.
     ~CStdioFile() override;
 
+    /// As CFile::Open(). FALSE also if the last bytes of the file that was open
+    /// could not be written; the name in `*pException` is then that file's.
     BOOL Open(LPCSTR lpszFileName, UINT nOpenFlags, CFileException* pException = nullptr) override;
 
     UINT Read(void* lpBuf, UINT nCount) override;
@@ -65,10 +67,14 @@ class ZK_UTIL_API CStdioFile : public CFile {
 private:
     bool fill();
     int next();
+    char const* lineFeedAhead(std::size_t most) const;
+    bool takeLine(CString& line, char const* lineFeed);
+    std::size_t takeBytes(char* to, std::size_t room);
     std::size_t unread() const { return end_ - begin_; }
     void stopReading();
     void beginWriting();
     void writePending();
+    DWORD tryToWritePending() noexcept;
     void put(char const* bytes, std::size_t count);
     void forget() noexcept;
 

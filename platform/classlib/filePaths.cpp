@@ -3,6 +3,7 @@
 #include "platform/os/os.h"
 
 #include <algorithm>
+#include <new>
 
 namespace zk {
 namespace {
@@ -22,6 +23,8 @@ CString fullPath(char const* name)
     for (;;) {
         DWORD const length = GetFullPathNameA(name ? name : "", room, path.GetBuffer(int(room)), nullptr);
         path.ReleaseBuffer(length < room ? int(length) : 0);
+        if (length == 0 && GetLastError() == ERROR_NOT_ENOUGH_MEMORY)
+            throw std::bad_alloc();
         if (length == 0)
             return name;
         if (length < room)

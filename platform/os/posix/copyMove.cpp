@@ -3,6 +3,7 @@
 #include "platform/os/posix/fileCopy.h"
 #include "platform/os/posix/fileStatus.h"
 #include "platform/os/posix/lastError.h"
+#include "platform/os/posix/outOfMemory.h"
 #include "platform/os/posix/sharing.h"
 #include "platform/os/posix/systemCalls.h"
 
@@ -10,24 +11,11 @@
 
 #include <climits>
 #include <cstdio>
-#include <cstdlib>
-#include <memory>
+#include <string>
 
 using namespace zk::os;
 
 namespace {
-
-// Where a copy ends up: behind a link, at what it leads to.
-std::string targetOf(char const* path, FileStatus const& status)
-{
-    if (!status.isLink)
-        return path;
-    struct Free {
-        void operator()(char* text) const noexcept { std::free(text); }
-    };
-    std::unique_ptr<char, Free> const resolved(realpath(path, nullptr));
-    return resolved ? resolved.get() : "";
-}
 
 DWORD copy(char const* from, char const* to, bool failIfExists)
 {
@@ -48,26 +36,29 @@ DWORD copy(char const* from, char const* to, bool failIfExists)
         return ERROR_FILE_EXISTS;
     if (source.isSameFileAs(target))
         return ERROR_SHARING_VIOLATION;
-    // A link that leads nowhere is not written through: who has laid it decides where the copy goes.
-    std::string const place = targetOf(to, target);
-    if (place.empty())
+    // The copy ends up at what a link leads to. One that leads nowhere is not
+    // written through: who has laid it decides where the copy would go.
+    char place[PATH_MAX];
+    if (target.isLink && !systemCalls().realpath(to, place))
         return errorOfPath(to, errno);
+    if (target.isLink)
+        to = place;
     if (!target.isRegular() || target.isReadOnly())
         return ERROR_ACCESS_DENIED;
-    if (DWORD const error = checkSharing(place.c_str(), {.access = Sharing::all, .denied = Sharing::all}))
+    if (DWORD const error = checkSharing(to, {.access = Sharing::all, .denied = Sharing::all}))
         return error;
-    return copyFile(from, place.c_str(), {.replace = true});
+    return copyFile(from, to, {.replace = true});
 }
 
 // The status of the folder that holds the entry.
 bool folderStatus(char const* path, FileStatus& status)
 {
-    return statusOf(folderOf(path).c_str(), status) == ERROR_SUCCESS;
+    return statusOf(FolderPath(path).c_str(), status) == ERROR_SUCCESS;
 }
 
 std::string_view entryOf(std::string_view path) noexcept
 {
-    return nameOf(path.substr(0, path.find_last_not_of('/') + 1));
+    return nameOf(withoutEndingSeparators(path));
 }
 
 // Whether both paths say the same entry of the same folder, as "a" and "./a" do.
@@ -78,7 +69,7 @@ bool isSameEntry(char const* from, char const* to)
         fromFolder.isSameFileAs(toFolder);
 }
 
-DWORD moveByCopy(char const* from, char const* to, FileStatus const& source, DWORD flags) noexcept
+DWORD moveByCopy(char const* from, char const* to, FileStatus const& source, DWORD flags)
 {
     if (!(flags & MOVEFILE_COPY_ALLOWED))
         return ERROR_NOT_SAME_DEVICE;
@@ -86,12 +77,11 @@ DWORD moveByCopy(char const* from, char const* to, FileStatus const& source, DWO
         return ERROR_ACCESS_DENIED;
     CopyOptions const options = {
         .replace = (flags & MOVEFILE_REPLACE_EXISTING) != 0, .keepOwner = true, .toDisk = true};
-    DWORD error = source.isLink ? copyLink(from, to, options) : copyFile(from, to, options);
-    if (!error)
-        error = flushFolder(folderOf(to));
-    if (error)
+    if (DWORD const error = source.isLink ? copyLink(from, to, options) : copyFile(from, to, options))
         return error == ERROR_FILE_EXISTS ? ERROR_ALREADY_EXISTS : error;
-    systemCalls().unlink(from);  // the file has arrived, even if the old one cannot go
+    // The file has arrived, even if the old one cannot go; it stays if a crash might take the new name away.
+    if (flushFolderOf(to))
+        systemCalls().unlink(from);
     return ERROR_SUCCESS;
 }
 
@@ -115,8 +105,10 @@ DWORD checkReplaceable(char const* to, FileStatus const& target) noexcept
         return ERROR_SUCCESS;
     if (target.isDirectory() || target.isReadOnly())
         return ERROR_ACCESS_DENIED;
-    return target.isRegular() && checkSharing(to, {.access = Sharing::remove}) ? ERROR_ACCESS_DENIED
-                                                                               : ERROR_SUCCESS;
+    if (!target.isRegular())
+        return ERROR_SUCCESS;
+    DWORD const error = checkSharing(to, {.access = Sharing::remove});
+    return error == ERROR_SHARING_VIOLATION ? ERROR_ACCESS_DENIED : error;
 }
 
 int renameOver(char const* from, char const* to, FileStatus const& source, bool exists) noexcept
@@ -126,15 +118,15 @@ int renameOver(char const* from, char const* to, FileStatus const& source, bool 
     // The kernel replaces no file by a folder: they change places, and the file goes.
     if (systemCalls().renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_EXCHANGE) == -1)
         return errno;
-    return systemCalls().unlink(from) == -1 ? errno : 0;
+    if (systemCalls().unlink(from) == 0)
+        return 0;
+    int const error = errno;
+    systemCalls().renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_EXCHANGE);  // as it was
+    return error;
 }
 
-DWORD move(char const* from, char const* to, DWORD flags)
+DWORD moveEntry(char const* from, char const* to, DWORD flags)
 {
-    if (flags & ~(MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED | MOVEFILE_WRITE_THROUGH))
-        return ERROR_INVALID_PARAMETER;
-    if (isEmpty(from) || isEmpty(to))
-        return ERROR_PATH_NOT_FOUND;
     FileStatus source, target;
     if (DWORD const error = statusOfEntry(from, source))
         return error;
@@ -160,14 +152,29 @@ DWORD move(char const* from, char const* to, DWORD flags)
         return moveByCopy(from, to, source, flags);
     if (error)
         return errorOfMove(from, to, source, error);
-    return flags & MOVEFILE_WRITE_THROUGH ? flushFolder(folderOf(to)) : ERROR_SUCCESS;
+    if (flags & MOVEFILE_WRITE_THROUGH)
+        flushFolderOf(to);  // the move is done, whatever the disk says
+    return ERROR_SUCCESS;
+}
+
+DWORD move(char const* from, char const* to, DWORD flags)
+{
+    if (flags & ~(MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED | MOVEFILE_WRITE_THROUGH))
+        return ERROR_INVALID_PARAMETER;
+    if (isEmpty(from) || isEmpty(to))
+        return ERROR_PATH_NOT_FOUND;
+    // A separator behind the name of a link to a folder doesn't make the folder what moves.
+    FileStatus source;
+    if (endsInSeparator(from) && statusOf(from, source) == ERROR_SUCCESS)
+        return moveEntry(std::string(withoutEndingSeparators(from)).c_str(), to, flags);
+    return moveEntry(from, to, flags);
 }
 
 }  // namespace
 
 BOOL WINAPI CopyFileA(LPCSTR from, LPCSTR to, BOOL failIfExists) noexcept
 {
-    return report(copy(from, to, failIfExists != FALSE));
+    return report(guarded([&] { return copy(from, to, failIfExists != FALSE); }));
 }
 
 BOOL WINAPI MoveFileA(LPCSTR from, LPCSTR to) noexcept
@@ -177,5 +184,5 @@ BOOL WINAPI MoveFileA(LPCSTR from, LPCSTR to) noexcept
 
 BOOL WINAPI MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags) noexcept
 {
-    return report(move(from, to, flags));
+    return report(guarded([&] { return move(from, to, flags); }));
 }

@@ -33,9 +33,11 @@ ZK_UTIL_API BOOL WINAPI MoveFileA(LPCSTR from, LPCSTR to) noexcept;
 /// somebody has open is ERROR_ACCESS_DENIED. Across file systems a file is
 /// copied and the old one removed, under MOVEFILE_COPY_ALLOWED, else
 /// ERROR_NOT_SAME_DEVICE; a folder is ERROR_ACCESS_DENIED then. The copy is on
-/// the disk before the old file goes; if that cannot be removed, both stay and
-/// the call succeeds. With MOVEFILE_WRITE_THROUGH the new name is on the disk
-/// too when the call returns. ERROR_SHARING_VIOLATION for a source that
-/// somebody has open without FILE_SHARE_DELETE, ERROR_INVALID_PARAMETER for
-/// other flags. A symbolic link is moved itself.
+/// the disk before the old file goes; if that cannot be removed, or the new name
+/// cannot be brought to the disk, both stay and the call succeeds. With
+/// MOVEFILE_WRITE_THROUGH the new name is on the disk too when the call returns,
+/// as far as the disk takes it: a move that is done is a success.
+/// ERROR_SHARING_VIOLATION for a source that somebody has open without
+/// FILE_SHARE_DELETE, ERROR_INVALID_PARAMETER for other flags. A symbolic link
+/// is moved itself, with separators behind its name too.
 ZK_UTIL_API BOOL WINAPI MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags) noexcept;

@@ -2,15 +2,24 @@
 //
 // A file is emptied only after it was claimed (sharing.h), so that nobody
 // loses what an other opener protects. For the same reason "exists already" is
-// not asked beforehand: the exclusive creation says it.
+// not asked beforehand: the exclusive creation says it, also where a link
+// leads to a file that is to be created.
+//
+// All that a call needs besides the file, its handle and its memory, it has
+// before it touches the file; and a file that it has created goes again if the
+// call fails after all. So a failure leaves things as they were.
 
 #include "platform/os/posix/fileObject.h"
 #include "platform/os/posix/fileStatus.h"
 #include "platform/os/posix/files.h"
 #include "platform/os/posix/lastError.h"
+#include "platform/os/posix/outOfMemory.h"
 #include "platform/os/posix/sharing.h"
 
 #include <fcntl.h>
+
+#include <climits>
+#include <string>
 
 namespace zk::os {
 namespace {
@@ -34,12 +43,6 @@ struct Request {
     bool writes() const noexcept { return (access & (GENERIC_WRITE | FILE_APPEND_DATA)) != 0; }
     bool empties() const noexcept { return disposition == CREATE_ALWAYS || disposition == TRUNCATE_EXISTING; }
     bool creates() const noexcept { return disposition != OPEN_EXISTING && disposition != TRUNCATE_EXISTING; }
-};
-
-struct Opened {
-    Descriptor file;
-    mode_t mode = 0;
-    bool existed = false;
 };
 
 DWORD check(Request const& request) noexcept
@@ -90,17 +93,15 @@ int openFlags(Request const& request) noexcept
         flags |= O_APPEND;
     if (request.has(FILE_FLAG_WRITE_THROUGH))
         flags |= O_DSYNC;
-    if (request.has(FILE_FLAG_NO_BUFFERING))
-        flags |= O_DIRECT;
     return flags;
 }
 
 // Opens for reading too where only writing is asked for, as a claim needs it;
 // a file that may only be written, and a pipe, are opened for writing alone.
-Descriptor openFor(Request const& request, int flags, mode_t mode) noexcept
+Descriptor openFor(Request const& request, char const* path, int flags, mode_t mode) noexcept
 {
     auto const open = [&](int way) {
-        return Descriptor(uninterrupted([&] { return systemCalls().open(request.path, way | flags, mode); }));
+        return Descriptor(uninterrupted([&] { return systemCalls().open(path, way | flags, mode); }));
     };
     bool const isData = (request.access & GENERIC_READ) || request.writes() || request.empties() ||
         request.has(FILE_FLAG_DELETE_ON_CLOSE) || (flags & O_CREAT);
@@ -127,75 +128,126 @@ DWORD errorOfFolderPath(Request const& request) noexcept
     return request.disposition == CREATE_NEW ? ERROR_FILE_EXISTS : ERROR_ACCESS_DENIED;
 }
 
-DWORD createOrOpen(Request const& request, Opened& opened) noexcept
+// Where a link says that it leads, as seen from the current directory; the path itself if it is no link.
+std::string behindLink(char const* path)
+{
+    char target[PATH_MAX];
+    ssize_t const length = systemCalls().readlink(path, target, sizeof target);
+    if (length <= 0)
+        return path;
+    std::string_view const said(target, std::size_t(length));
+    if (said.front() == '/')
+        return std::string(said);
+    return std::string(folderOf(path)).append("/").append(said);
+}
+
+DWORD createOrOpen(Request const& request, Descriptor& file, bool& existed)
 {
     int const flags = openFlags(request);
     mode_t const mode = request.has(FILE_ATTRIBUTE_READONLY) ? 0444 : 0666;
+    std::string path = request.path;
     constexpr int attempts = 100;  // files that come and go between two calls must not hold us for ever
     for (int attempt = 0; attempt < attempts; ++attempt) {
+        existed = false;
         if (request.creates()) {
-            opened.file = openFor(request, flags | O_CREAT | O_EXCL, mode);
-            if (opened.file)
+            file = openFor(request, path.c_str(), flags | O_CREAT | O_EXCL, mode);
+            if (file)
                 return ERROR_SUCCESS;
             if (errno != EEXIST || request.disposition == CREATE_NEW)
-                return errorOfPath(request.path, errno);
+                return errorOfPath(path.c_str(), errno);
         }
-        opened.file = openFor(request, flags, 0);
-        opened.existed = bool(opened.file);
-        if (opened.existed)
+        file = openFor(request, path.c_str(), flags, 0);
+        existed = bool(file);
+        if (existed)
             return ERROR_SUCCESS;
         if (errno != ENOENT || !request.creates())
-            return errorOfPath(request.path, errno);
-        // It vanished meanwhile, or it is a link that leads nowhere yet.
-        FileStatus entry;
-        if (statusOfEntry(request.path, entry) == ERROR_SUCCESS && entry.isLink) {
-            opened.file = openFor(request, flags | O_CREAT, mode);
-            return opened.file ? ERROR_SUCCESS : errorOfPath(request.path, errno);
-        }
+            return errorOfPath(path.c_str(), errno);
+        // It vanished meanwhile, or it is a link that leads nowhere yet: the file is to come where that leads.
+        path = behindLink(path.c_str());
     }
     return ERROR_ACCESS_DENIED;
 }
 
-DWORD prepare(Request const& request, Opened& opened) noexcept
+DWORD emptyFile(int file, Request const& request, mode_t mode) noexcept
 {
-    int const file = opened.file.get();
-    if (S_ISDIR(opened.mode))
-        return request.has(FILE_FLAG_BACKUP_SEMANTICS) ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
-    if (!S_ISREG(opened.mode))
+    bool const becomesReadOnly = request.has(FILE_ATTRIBUTE_READONLY);
+    if (becomesReadOnly && systemCalls().fchmod(file, mode & 0555) == -1)
+        return errorFromErrno(errno);
+    if (uninterrupted([&] { return systemCalls().ftruncate(file, 0); }) == 0)
         return ERROR_SUCCESS;
+    DWORD const error = errorFromErrno(errno);
+    if (becomesReadOnly)
+        systemCalls().fchmod(file, mode & 07777);
+    return error;
+}
 
-    bool const changes = request.writes() || request.empties() || request.has(FILE_FLAG_DELETE_ON_CLOSE);
-    if (opened.existed && (opened.mode & S_IWUSR) == 0 && changes)
-        return ERROR_ACCESS_DENIED;  // the superuser too
-    if (DWORD const error = claim(file, sharingOf(request)))
-        return error;
-    if (opened.existed && request.empties()) {
-        if (uninterrupted([&] { return systemCalls().ftruncate(file, 0); }) == -1)
-            return errorFromErrno(errno);
-        if (request.has(FILE_ATTRIBUTE_READONLY) && systemCalls().fchmod(file, opened.mode & 0555) == -1)
-            return errorFromErrno(errno);
-    }
-    // A hint; nothing is lost if it isn't taken.
+// Hints; nothing is lost if they are not taken.
+void passHints(int file, Request const& request) noexcept
+{
     if (request.has(FILE_FLAG_SEQUENTIAL_SCAN))
         posix_fadvise(file, 0, 0, POSIX_FADV_SEQUENTIAL);
     if (request.has(FILE_FLAG_RANDOM_ACCESS))
         posix_fadvise(file, 0, 0, POSIX_FADV_RANDOM);
+    // Not when opening: a file system that cannot do it would say so with the file created.
+    if (request.has(FILE_FLAG_NO_BUFFERING)) {
+        int const flags = systemCalls().statusFlags(file, F_GETFL, 0);
+        if (flags != -1)
+            systemCalls().statusFlags(file, F_SETFL, flags | O_DIRECT);
+    }
+}
+
+DWORD prepare(Request const& request, FileObject& file, bool existed) noexcept
+{
+    int const descriptor = file.descriptor();
+    struct stat status;
+    if (systemCalls().fstat(descriptor, &status) == -1)
+        return errorFromErrno(errno);
+    file.setType(status.st_mode);
+    if (S_ISDIR(status.st_mode))
+        return request.has(FILE_FLAG_BACKUP_SEMANTICS) ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
+    if (!S_ISREG(status.st_mode))
+        return ERROR_SUCCESS;
+
+    bool const changes = request.writes() || request.empties() || request.has(FILE_FLAG_DELETE_ON_CLOSE);
+    if (existed && (status.st_mode & S_IWUSR) == 0 && changes)
+        return ERROR_ACCESS_DENIED;  // the superuser too
+    if (DWORD const error = claim(descriptor, sharingOf(request)))
+        return error;
+    if (existed && request.empties())
+        if (DWORD const error = emptyFile(descriptor, request, status.st_mode))
+            return error;
+    passHints(descriptor, request);
     return ERROR_SUCCESS;
 }
 
-DWORD openFile(Request const& request, Opened& opened) noexcept
+// The error number that CreateFileA() sets: with a handle 0 or ERROR_ALREADY_EXISTS.
+DWORD createFile(Request const& request, bool inheritable, HANDLE& handle)
 {
     if (DWORD const error = check(request))
         return error;
     if (endsInSeparator(request.path) && !(request.has(FILE_FLAG_BACKUP_SEMANTICS) && !request.creates()))
         return errorOfFolderPath(request);
-    if (DWORD const error = createOrOpen(request, opened))
+    HandlePlace place;
+    if (place.error())
+        return place.error();
+    auto const file = std::make_shared<FileObject>(objectAccess(request.access));
+
+    Descriptor descriptor;
+    bool existed = false;
+    if (DWORD const error = createOrOpen(request, descriptor, existed))
         return error;
-    struct stat status;
-    if (systemCalls().fstat(opened.file.get(), &status) == -1)
-        return errorFromErrno(errno);
-    opened.mode = status.st_mode;
-    return prepare(request, opened);
+    file->attach(std::move(descriptor));
+    if (DWORD const error = prepare(request, *file, existed)) {
+        // Somebody who came between the creation and the claim has the file now.
+        if (!existed && error != ERROR_SHARING_VIOLATION)
+            file->setOnClose(FileObject::OnClose::remove);
+        return error;
+    }
+    if (request.has(FILE_FLAG_DELETE_ON_CLOSE))
+        file->setOnClose(FileObject::OnClose::remove);
+    handle = place.open(file, inheritable);
+    bool const mayMeet = request.disposition == CREATE_ALWAYS || request.disposition == OPEN_ALWAYS;
+    return existed && mayMeet ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS;
 }
 
 }  // namespace
@@ -207,20 +259,11 @@ HANDLE WINAPI CreateFileA(LPCSTR name, DWORD access, DWORD sharing, LPSECURITY_A
                           DWORD disposition, DWORD attributesAndFlags, HANDLE templateFile) noexcept
 {
     Request const request = {name, access, sharing, disposition, attributesAndFlags};
-    Opened opened;
     bool const isRefused = templateFile || (security && security->lpSecurityDescriptor);
-    if (DWORD const error = isRefused ? ERROR_INVALID_PARAMETER : openFile(request, opened)) {
-        SetLastError(error);
-        return INVALID_HANDLE_VALUE;
-    }
-    auto const onClose =
-        request.has(FILE_FLAG_DELETE_ON_CLOSE) ? FileObject::OnClose::remove : FileObject::OnClose::keep;
-    HANDLE const handle = openHandle(
-        std::make_shared<FileObject>(std::move(opened.file), objectAccess(access), opened.mode, onClose),
-        security && security->bInheritHandle);
-    if (!handle)
-        return INVALID_HANDLE_VALUE;
-    bool const met = opened.existed && (disposition == CREATE_ALWAYS || disposition == OPEN_ALWAYS);
-    SetLastError(met ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
+    HANDLE handle = INVALID_HANDLE_VALUE;
+    DWORD const error = isRefused
+        ? ERROR_INVALID_PARAMETER
+        : guarded([&] { return createFile(request, security && security->bInheritHandle, handle); });
+    SetLastError(error);
     return handle;
 }

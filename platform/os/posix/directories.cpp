@@ -2,11 +2,13 @@
 
 #include "platform/os/posix/fileStatus.h"
 #include "platform/os/posix/lastError.h"
+#include "platform/os/posix/outOfMemory.h"
 #include "platform/os/posix/sharing.h"
 #include "platform/os/posix/systemCalls.h"
 #include "platform/os/posix/textResult.h"
 
 #include <climits>
+#include <string>
 
 using namespace zk::os;
 
@@ -28,7 +30,7 @@ DWORD createDirectory(char const* name, LPSECURITY_ATTRIBUTES security) noexcept
     }
 }
 
-DWORD removeDirectory(char const* name) noexcept
+DWORD removeDirectory(char const* name)
 {
     if (isEmpty(name))
         return ERROR_INVALID_NAME;
@@ -42,9 +44,11 @@ DWORD removeDirectory(char const* name) noexcept
     FileStatus status;
     if (error != ENOTDIR || statusOf(name, status) != ERROR_SUCCESS)
         return errorOfPath(name, error);
-    if (!status.isLink || !status.isDirectory())
+    // A link to a folder goes itself, with a separator behind its name too.
+    std::string const link(withoutEndingSeparators(name));
+    if (statusOf(link.c_str(), status) != ERROR_SUCCESS || !status.isLink || !status.isDirectory())
         return ERROR_DIRECTORY;
-    return systemCalls().unlink(name) == -1 ? errorOfPath(name, errno) : ERROR_SUCCESS;
+    return systemCalls().unlink(link.c_str()) == -1 ? errorOfPath(name, errno) : ERROR_SUCCESS;
 }
 
 DWORD deleteFile(char const* name) noexcept
@@ -84,7 +88,7 @@ BOOL WINAPI CreateDirectoryA(LPCSTR name, LPSECURITY_ATTRIBUTES security) noexce
 
 BOOL WINAPI RemoveDirectoryA(LPCSTR name) noexcept
 {
-    return report(removeDirectory(name));
+    return report(guarded([&] { return removeDirectory(name); }));
 }
 
 BOOL WINAPI DeleteFileA(LPCSTR name) noexcept

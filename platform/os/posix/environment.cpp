@@ -2,14 +2,15 @@
 
 #include "platform/os/posix/characters.h"
 #include "platform/os/posix/lastError.h"
+#include "platform/os/posix/outOfMemory.h"
 #include "platform/os/posix/systemCalls.h"
 
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
-#include <new>
 #include <string_view>
+#include <type_traits>
 
 #include <pwd.h>
 #include <unistd.h>
@@ -19,23 +20,9 @@ extern char** environ;
 namespace zk::os {
 namespace {
 
-// Never destroyed: static destructors read settings too.
-std::mutex& environmentMutex() noexcept
-{
-    static std::mutex& instance = *new std::mutex;
-    return instance;
-}
-
-// Runs `work` and turns memory that runs out into an error number.
-template <class Work>
-DWORD guarded(Work&& work) noexcept
-{
-    try {
-        return work();
-    } catch (std::bad_alloc const&) {
-        return ERROR_NOT_ENOUGH_MEMORY;
-    }
-}
+// Has no destructor to run: static destructors read settings too.
+constinit std::mutex environmentMutex;
+static_assert(std::is_trivially_destructible_v<std::mutex>);
 
 // Copies a text and its NUL into a buffer that is known to be big enough.
 void copyText(std::string_view text, char* target) noexcept
@@ -89,14 +76,14 @@ std::string userName()
 
 std::optional<std::string> environmentVariable(char const* name)
 {
-    std::lock_guard const lock(environmentMutex());
+    std::lock_guard const lock(environmentMutex);
     char const* const value = std::getenv(name);
     return value ? std::optional<std::string>(value) : std::nullopt;
 }
 
 std::vector<std::string> environmentSnapshot()
 {
-    std::lock_guard const lock(environmentMutex());
+    std::lock_guard const lock(environmentMutex);
     std::vector<std::string> variables;
     for (char** variable = environ; variable && *variable; ++variable)
         variables.emplace_back(*variable);
@@ -109,7 +96,7 @@ using namespace zk::os;
 
 DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR value, DWORD room) noexcept
 {
-    std::lock_guard const lock(environmentMutex());
+    std::lock_guard const lock(environmentMutex);
     char const* const found = name && *name ? std::getenv(name) : nullptr;
     if (!found) {
         SetLastError(ERROR_ENVVAR_NOT_FOUND);
@@ -128,7 +115,7 @@ BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value) noexcept
         return report(ERROR_ENVVAR_NOT_FOUND);
     if (!*name || std::strchr(name, '='))
         return report(ERROR_INVALID_PARAMETER);
-    std::lock_guard const lock(environmentMutex());
+    std::lock_guard const lock(environmentMutex);
     int const result = value ? systemCalls().setenv(name, value, 1) : systemCalls().unsetenv(name);
     return report(result == 0 ? ERROR_SUCCESS : errorFromErrno(errno));
 }

@@ -1,6 +1,7 @@
 #include "platform/os/posix/fileAttributes.h"
 
 #include "platform/os/posix/fileObject.h"
+#include "platform/os/posix/fileStatus.h"
 #include "platform/os/posix/lastError.h"
 
 #include <fcntl.h>
@@ -47,10 +48,10 @@ DWORD setAttributes(char const* name, DWORD attributes) noexcept
         return ERROR_PATH_NOT_FOUND;
     bool const readOnly = (attributes & FILE_ATTRIBUTE_READONLY) != 0;
     FileStatus status;
-    if (DWORD const error = statusOfEntry(name, status))
+    if (DWORD const error = statusOf(name, status))
         return error;
     if (status.isLink)
-        return readOnly ? ERROR_NOT_SUPPORTED : ERROR_SUCCESS;
+        return readOnly && !status.isReadOnly() ? ERROR_NOT_SUPPORTED : ERROR_SUCCESS;
     constexpr mode_t anybodyWrites = S_IWUSR | S_IWGRP | S_IWOTH;
     mode_t const before = status.mode & 07777;
     mode_t const after = readOnly ? before & ~anybodyWrites : before | S_IWUSR;
@@ -86,7 +87,11 @@ DWORD setTimes(HANDLE file, FILETIME const* created, FILETIME const* accessed,
     if (!isTime(created) || !isTime(accessed) || !isTime(written))
         return ERROR_INVALID_PARAMETER;
     timespec const times[2] = {toBeSet(accessed), toBeSet(written)};
-    // By this name a descriptor serves that was opened for the attributes alone.
+    if (systemCalls().futimens(object->descriptor(), times) == 0)
+        return ERROR_SUCCESS;
+    if (errno != EBADF)
+        return errorFromErrno(errno);
+    // The file was opened for its attributes alone: such a descriptor serves by this name only.
     char self[32];
     std::snprintf(self, sizeof self, "/proc/self/fd/%d", object->descriptor());
     return systemCalls().utimensat(AT_FDCWD, self, times, 0) == -1 ? errorFromErrno(errno) : ERROR_SUCCESS;

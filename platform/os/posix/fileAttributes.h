@@ -10,8 +10,19 @@
 #pragma once
 
 #include "platform/os/exportMacro.h"
-#include "platform/os/posix/fileStatus.h"
 #include "platform/os/posix/types.h"
+
+#define FILE_ATTRIBUTE_READONLY 0x00000001u
+#define FILE_ATTRIBUTE_HIDDEN 0x00000002u
+#define FILE_ATTRIBUTE_SYSTEM 0x00000004u
+#define FILE_ATTRIBUTE_DIRECTORY 0x00000010u
+#define FILE_ATTRIBUTE_ARCHIVE 0x00000020u
+#define FILE_ATTRIBUTE_NORMAL 0x00000080u
+#define FILE_ATTRIBUTE_TEMPORARY 0x00000100u
+#define FILE_ATTRIBUTE_COMPRESSED 0x00000800u
+#define FILE_ATTRIBUTE_REPARSE_POINT 0x00000400u
+#define INVALID_FILE_ATTRIBUTES 0xFFFFFFFFu
+#define IO_REPARSE_TAG_SYMLINK 0xA000000Cu
 
 struct WIN32_FILE_ATTRIBUTE_DATA {
     DWORD dwFileAttributes;
@@ -48,7 +59,7 @@ ZK_UTIL_API DWORD WINAPI GetFileAttributesA(LPCSTR name) noexcept;
 /// Archive, normal, temporary, directory and reparse point change nothing;
 /// other bits fail with ERROR_INVALID_PARAMETER. A symbolic link has no such
 /// attribute of its own, and what it leads to is not touched: read-only fails
-/// with ERROR_NOT_SUPPORTED, writable does nothing.
+/// with ERROR_NOT_SUPPORTED, unless that is read-only already; writable does nothing.
 ZK_UTIL_API BOOL WINAPI SetFileAttributesA(LPCSTR name, DWORD attributes) noexcept;
 
 /// Attributes, size and times; `information` is a WIN32_FILE_ATTRIBUTE_DATA.

@@ -13,6 +13,7 @@
 #include <climits>
 #include <cstdio>
 #include <memory>
+#include <string>
 
 namespace zk::os {
 namespace {
@@ -24,7 +25,7 @@ std::string temporaryBeside(char const* target)
     static std::atomic<unsigned> counter = 0;
     char name[64];
     std::snprintf(name, sizeof name, "/.zk-%x-%x.tmp", unsigned(getpid()), counter++);
-    return folderOf(target) + name;
+    return std::string(folderOf(target)) + name;
 }
 
 // Takes an entry away again unless it has got its final name.
@@ -124,8 +125,8 @@ DWORD errorOfLastCall(int result) noexcept
 
 DWORD copyProperties(int to, struct stat const& source, CopyOptions const& options) noexcept
 {
-    if (options.keepOwner && fchown(to, source.st_uid, source.st_gid) == -1)
-        static_cast<void>(fchown(to, uid_t(-1), source.st_gid));  // at least the group, if that is allowed
+    if (options.keepOwner && systemCalls().fchown(to, source.st_uid, source.st_gid) == -1)
+        systemCalls().fchown(to, uid_t(-1), source.st_gid);  // at least the group, if that is allowed
     // Bits that lend the owner's rights don't go along: the owner may be another one.
     if (DWORD const error = errorOfLastCall(systemCalls().fchmod(to, source.st_mode & 0777)))
         return error;
@@ -135,7 +136,7 @@ DWORD copyProperties(int to, struct stat const& source, CopyOptions const& optio
 
 }  // namespace
 
-DWORD copyFile(char const* from, char const* to, CopyOptions const& options) noexcept
+DWORD copyFile(char const* from, char const* to, CopyOptions const& options)
 {
     Descriptor const source(uninterrupted(
         [&] { return systemCalls().open(from, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0); }));
@@ -169,7 +170,7 @@ DWORD copyFile(char const* from, char const* to, CopyOptions const& options) noe
     return temporary.takeName(to, options.replace);
 }
 
-DWORD copyLink(char const* from, char const* to, CopyOptions const& options) noexcept
+DWORD copyLink(char const* from, char const* to, CopyOptions const& options)
 {
     char content[PATH_MAX + 1];
     ssize_t const length = systemCalls().readlink(from, content, sizeof content - 1);
@@ -188,8 +189,13 @@ int renameToFree(char const* from, char const* to) noexcept
         return 0;
     if (errno != EINVAL && errno != ENOSYS)
         return errno;
-    if (systemCalls().link(from, to) == 0)
-        return systemCalls().unlink(from) == -1 ? errno : 0;
+    if (systemCalls().link(from, to) == 0) {
+        if (systemCalls().unlink(from) == 0)
+            return 0;
+        int const error = errno;
+        systemCalls().unlink(to);
+        return error;
+    }
     if (errno == EEXIST)
         return errno;
     // A folder, or a file system without links.
@@ -199,14 +205,14 @@ int renameToFree(char const* from, char const* to) noexcept
     return systemCalls().rename(from, to) == -1 ? errno : 0;
 }
 
-DWORD flushFolder(std::string const& folder) noexcept
+bool flushFolderOf(char const* path) noexcept
 {
+    FolderPath const folder(path);
     Descriptor const directory(uninterrupted(
         [&] { return systemCalls().open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0); }));
     if (!directory)
-        return errorFromErrno(errno);
-    int const result = uninterrupted([&] { return systemCalls().fsync(directory.get()); });
-    return result == -1 && errno != EINVAL ? errorFromErrno(errno) : ERROR_SUCCESS;
+        return errno == EACCES;
+    return uninterrupted([&] { return systemCalls().fsync(directory.get()); }) == 0 || errno == EINVAL;
 }
 
 }  // namespace zk::os

@@ -10,8 +10,6 @@
 
 #include "platform/os/posix/types.h"
 
-#include <string>
-
 namespace zk::os {
 
 struct CopyOptions {
@@ -21,17 +19,21 @@ struct CopyOptions {
 };
 
 /// Copies a regular file; whether the target may be replaced is not asked here.
-DWORD copyFile(char const* from, char const* to, CopyOptions const& options) noexcept;
+/// @throws std::bad_alloc, and nothing has changed then
+DWORD copyFile(char const* from, char const* to, CopyOptions const& options);
 
 /// Makes a symbolic link at `to` that says what the one at `from` says.
-DWORD copyLink(char const* from, char const* to, CopyOptions const& options) noexcept;
+/// @throws std::bad_alloc, and nothing has changed then
+DWORD copyLink(char const* from, char const* to, CopyOptions const& options);
 
 /// Renames, but fails with ERROR_FILE_EXISTS where `to` exists. Where the file
 /// system has no such call, a file is linked and unlinked; a folder is looked
 /// for beforehand. Gives an errno value.
 int renameToFree(char const* from, char const* to) noexcept;
 
-/// Brings the names in a folder to the disk.
-DWORD flushFolder(std::string const& folder) noexcept;
+/// Brings the names in the folder of `path` to the disk. False if that failed;
+/// true also where it cannot be tried: in a folder that this user may not read,
+/// and on a file system that has no such call.
+bool flushFolderOf(char const* path) noexcept;
 
 }  // namespace zk::os

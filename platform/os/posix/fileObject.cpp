@@ -79,8 +79,12 @@ int originOf(DWORD method) noexcept
 
 }  // namespace
 
-FileObject::FileObject(Descriptor descriptor, unsigned access, mode_t type, OnClose onClose) noexcept
-    : descriptor_(std::move(descriptor)), access_(access), type_(type & S_IFMT), onClose_(onClose)
+FileObject::FileObject(Descriptor descriptor, unsigned access, mode_t type) noexcept
+    : descriptor_(std::move(descriptor)), access_(access), type_(type & S_IFMT)
+{
+}
+
+FileObject::FileObject(unsigned access) noexcept : access_(access)
 {
 }
 
@@ -91,7 +95,7 @@ FileObject::FileObject(Borrowed borrowed, unsigned access, mode_t type) noexcept
 
 FileObject::~FileObject()
 {
-    if (onClose_ == OnClose::remove)
+    if (onClose_ == OnClose::remove && descriptor_)
         removeFile();
     if (isBorrowed_)
         descriptor_.release();
@@ -111,7 +115,7 @@ void FileObject::removeFile() noexcept
     FileStatus mine, there;
     if (statusOf(descriptor(), mine) == ERROR_SUCCESS && statusOfEntry(path, there) == ERROR_SUCCESS &&
         mine.isSameFileAs(there))
-        systemCalls().unlink(path);
+        mine.isDirectory() ? systemCalls().rmdir(path) : systemCalls().unlink(path);
 }
 
 DWORD FileObject::read(void* buffer, DWORD length, DWORD& done) noexcept
@@ -233,7 +237,7 @@ off_t clipped(ULONGLONG offset) noexcept
 
 }  // namespace
 
-DWORD FileObject::lock(ULONGLONG offset, ULONGLONG length) noexcept
+DWORD FileObject::lock(ULONGLONG offset, ULONGLONG length)
 {
     if (!isRegular())
         return ERROR_INVALID_FUNCTION;

@@ -19,9 +19,17 @@ public:
     enum Access : unsigned { none = 0, reads = 1, writes = 2, appends = 4, changesAttributes = 8 };
     enum class OnClose { keep, remove };
 
-    /// `type` is the file's kind as in st_mode. With OnClose::remove the file
-    /// is removed when the last handle to it is closed.
-    FileObject(Descriptor descriptor, unsigned access, mode_t type, OnClose onClose = OnClose::keep) noexcept;
+    /// `type` is the file's kind as in st_mode.
+    FileObject(Descriptor descriptor, unsigned access, mode_t type) noexcept;
+
+    /// For a file that is opened later, with attach(), before anybody else knows the object.
+    explicit FileObject(unsigned access) noexcept;
+    void attach(Descriptor descriptor) noexcept { descriptor_ = std::move(descriptor); }
+    void setType(mode_t type) noexcept { type_ = type & S_IFMT; }
+
+    /// With OnClose::remove the file, or an empty folder, is removed when the
+    /// last handle to it is closed.
+    void setOnClose(OnClose onClose) noexcept { onClose_ = onClose; }
 
     /// For a descriptor that outlives the object: one of the process's standard files.
     struct Borrowed {
@@ -50,7 +58,8 @@ public:
     DWORD truncateHere() noexcept;
     DWORD size(LONGLONG& bytes) noexcept;
     DWORD flush() noexcept;
-    DWORD lock(ULONGLONG offset, ULONGLONG length) noexcept;
+    /// @throws std::bad_alloc, and nothing is locked then
+    DWORD lock(ULONGLONG offset, ULONGLONG length);
     DWORD unlock(ULONGLONG offset, ULONGLONG length) noexcept;
 
 private:
@@ -64,8 +73,8 @@ private:
 
     Descriptor descriptor_;
     unsigned const access_;
-    mode_t const type_;
-    OnClose const onClose_ = OnClose::keep;
+    mode_t type_ = 0;
+    OnClose onClose_ = OnClose::keep;
     bool const isBorrowed_ = false;
     std::mutex mutex_;          // guards locks_
     std::vector<Range> locks_;  // what lock() holds; no two overlap

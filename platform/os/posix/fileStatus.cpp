@@ -94,11 +94,11 @@ DWORD errorOfPath(char const* path, int error) noexcept
         return errorFromErrno(error);
     struct stat folder;
     bool const hasFolder =
-        systemCalls().stat(folderOf(path).c_str(), &folder) == 0 && S_ISDIR(folder.st_mode);
+        systemCalls().stat(FolderPath(path).c_str(), &folder) == 0 && S_ISDIR(folder.st_mode);
     return hasFolder ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
 }
 
-std::string folderOf(std::string_view path)
+std::string_view folderOf(std::string_view path) noexcept
 {
     std::size_t const nameEnd = path.find_last_not_of('/');
     if (nameEnd == path.npos)
@@ -107,7 +107,21 @@ std::string folderOf(std::string_view path)
     if (separator == path.npos)
         return ".";
     std::size_t const end = path.find_last_not_of('/', separator);
-    return end == path.npos ? "/" : std::string(path.substr(0, end + 1));
+    return end == path.npos ? "/" : path.substr(0, end + 1);
+}
+
+FolderPath::FolderPath(std::string_view path) noexcept
+{
+    std::string_view const folder = folderOf(path);
+    std::size_t const length = folder.size() < sizeof text_ ? folder.size() : 0;
+    folder.copy(text_, length);
+    text_[length] = '\0';
+}
+
+std::string_view withoutEndingSeparators(std::string_view path) noexcept
+{
+    std::size_t const last = path.find_last_not_of('/');
+    return path.substr(0, last == path.npos ? 1 : last + 1);
 }
 
 std::string_view nameOf(std::string_view path) noexcept

@@ -10,25 +10,14 @@
 // nowhere shows itself.
 #pragma once
 
+#include "platform/os/posix/fileAttributes.h"
 #include "platform/os/posix/types.h"
 
 #include <sys/stat.h>
 #include <time.h>
 
-#include <string>
+#include <climits>
 #include <string_view>
-
-#define FILE_ATTRIBUTE_READONLY 0x00000001u
-#define FILE_ATTRIBUTE_HIDDEN 0x00000002u
-#define FILE_ATTRIBUTE_SYSTEM 0x00000004u
-#define FILE_ATTRIBUTE_DIRECTORY 0x00000010u
-#define FILE_ATTRIBUTE_ARCHIVE 0x00000020u
-#define FILE_ATTRIBUTE_NORMAL 0x00000080u
-#define FILE_ATTRIBUTE_TEMPORARY 0x00000100u
-#define FILE_ATTRIBUTE_COMPRESSED 0x00000800u
-#define FILE_ATTRIBUTE_REPARSE_POINT 0x00000400u
-#define INVALID_FILE_ATTRIBUTES 0xFFFFFFFFu
-#define IO_REPARSE_TAG_SYMLINK 0xA000000Cu
 
 namespace zk::os {
 
@@ -73,7 +62,21 @@ DWORD statusOf(int descriptor, FileStatus& status) noexcept;
 DWORD errorOfPath(char const* path, int error) noexcept;
 
 /// The folder part of a path: "." for a bare name, "/" for an entry of the root.
-std::string folderOf(std::string_view path);
+std::string_view folderOf(std::string_view path) noexcept;
+
+/// The folder part of a path for a call that wants it with a NUL. Nothing is
+/// allocated; of a path that is longer than the system takes any it is empty.
+class FolderPath {
+public:
+    explicit FolderPath(std::string_view path) noexcept;
+    char const* c_str() const noexcept { return text_; }
+
+private:
+    char text_[PATH_MAX];
+};
+
+/// A path without the separators behind its last name; "/" stays.
+std::string_view withoutEndingSeparators(std::string_view path) noexcept;
 
 /// The name in a path: what stands behind the last separator.
 std::string_view nameOf(std::string_view path) noexcept;

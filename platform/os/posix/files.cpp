@@ -3,6 +3,7 @@
 #include "platform/os/posix/fileObject.h"
 #include "platform/os/posix/fileStatus.h"
 #include "platform/os/posix/lastError.h"
+#include "platform/os/posix/outOfMemory.h"
 
 using namespace zk::os;
 
@@ -127,7 +128,9 @@ BOOL WINAPI LockFile(HANDLE file, DWORD offsetLow, DWORD offsetHigh, DWORD lengt
                      DWORD lengthHigh) noexcept
 {
     auto const object = objectOf<FileObject>(file);
-    return object && report(object->lock(wide(offsetLow, offsetHigh), wide(lengthLow, lengthHigh)));
+    return object && report(guarded([&] {
+               return object->lock(wide(offsetLow, offsetHigh), wide(lengthLow, lengthHigh));
+           }));
 }
 
 BOOL WINAPI UnlockFile(HANDLE file, DWORD offsetLow, DWORD offsetHigh, DWORD lengthLow,

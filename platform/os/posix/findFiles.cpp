@@ -4,14 +4,16 @@
 #include "platform/os/posix/fileStatus.h"
 #include "platform/os/posix/handles.h"
 #include "platform/os/posix/lastError.h"
-#include "platform/os/posix/pathNames.h"
+#include "platform/os/posix/outOfMemory.h"
 
 #include <dirent.h>
 #include <fcntl.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 #include <mutex>
+#include <string>
 #include <vector>
 
 namespace zk::os {
@@ -126,18 +128,20 @@ private:
 
 using SearchPointer = std::shared_ptr<Search>;
 
-// "." and ".." at the end are given under the name that the folder really has.
-DWORD findFolderItself(char const* path, WIN32_FIND_DATAA& entry)
+// "." and ".." at the end are given under the name that the folder really has,
+// also where a link on the way leads to another place than the path's text.
+DWORD findFolderItself(char const* path, WIN32_FIND_DATAA& entry) noexcept
 {
-    std::string full;
-    if (DWORD const error = makeFullPath(path, full))
-        return error;
     FileStatus status;
     if (DWORD const error = statusOf(path, status))
         return error;
-    if (endsInSeparator(full))
+    char full[PATH_MAX];
+    if (!systemCalls().realpath(path, full))
+        return errorOfPath(path, errno);
+    std::string_view const name = nameOf(full);
+    if (name.empty())
         return ERROR_FILE_NOT_FOUND;  // the root stands in no folder
-    fill(entry, status, nameOf(full));
+    fill(entry, status, name);
     return ERROR_SUCCESS;
 }
 
@@ -228,7 +232,7 @@ using namespace zk::os;
 HANDLE WINAPI FindFirstFileA(LPCSTR pattern, LPWIN32_FIND_DATAA entry) noexcept
 {
     SearchPointer search;
-    if (!report(findFirst(pattern, *entry, search)))
+    if (!report(guarded([&] { return findFirst(pattern, *entry, search); })))
         return INVALID_HANDLE_VALUE;
     HANDLE const handle = openHandle(std::move(search), false);
     return handle ? handle : INVALID_HANDLE_VALUE;

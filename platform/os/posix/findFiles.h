@@ -40,8 +40,13 @@ using LPWIN32_FIND_DATAA = WIN32_FIND_DATAA*;
 ///
 /// INVALID_HANDLE_VALUE on failure: ERROR_FILE_NOT_FOUND if nothing matches,
 /// as is always so for a separator at the end; ERROR_PATH_NOT_FOUND without
-/// the folder. Cost: without "*" and "?" one look at the entry; otherwise the
-/// names are read and sorted here, and each match is looked at when it is given.
+/// the folder, ERROR_NOT_ENOUGH_MEMORY without room for its names. "." and ".."
+/// at the end of the path are given under the name that the folder has.
+///
+/// Cost: without "*" and "?" one look at the entry (two at a link), and nothing
+/// is kept. Otherwise all names of the folder are read here, those that match
+/// are kept and sorted, and the folder stays open until FindClose(); an entry is
+/// looked at when its turn comes.
 ZK_UTIL_API HANDLE WINAPI FindFirstFileA(LPCSTR pattern, LPWIN32_FIND_DATAA entry) noexcept;
 
 /// Fills `entry` with the next match. FALSE and ERROR_NO_MORE_FILES after the last.

@@ -147,6 +147,14 @@ DWORD takeSlot(std::size_t& index) noexcept
     return ERROR_SUCCESS;
 }
 
+// Call with the lock held: gives a slot back that holds nothing.
+void freeSlot(std::size_t index) noexcept
+{
+    Table& handles = table();
+    slotAt(index).nextFree = handles.firstFree;
+    handles.firstFree = std::uint32_t(index + 1);
+}
+
 // Empties the slot of an open handle and gives out what it held; null for any other value.
 std::shared_ptr<KernelObject> takeOut(HANDLE handle) noexcept
 {
@@ -166,9 +174,7 @@ std::shared_ptr<KernelObject> takeOut(HANDLE handle) noexcept
         waitForPins(value);
     std::shared_ptr<KernelObject> taken = std::move(slot->kept);
     TableLock const lock;
-    Table& handles = table();
-    slot->nextFree = handles.firstFree;
-    handles.firstFree = std::uint32_t(indexOf(value) + 1);
+    freeSlot(indexOf(value));
     return taken;
 }
 
@@ -217,13 +223,12 @@ int KernelObject::descriptor() const noexcept
     return -1;
 }
 
-HANDLE openHandle(std::shared_ptr<KernelObject> object, bool inheritable) noexcept
+namespace {
+
+// Call with the lock held: enters an object into a slot that was taken for it.
+HANDLE openSlotFor(std::size_t index, std::shared_ptr<KernelObject> object, bool inheritable,
+                   ThreadRecord const* owner) noexcept
 {
-    ThreadRecord const* const owner = threadRecord();
-    TableLock const lock;
-    std::size_t index;
-    if (!report(takeSlot(index)))
-        return nullptr;
     Slot& slot = slotAt(index);
     slot.kept = std::move(object);
     slot.inheritable = inheritable;
@@ -232,6 +237,39 @@ HANDLE openHandle(std::shared_ptr<KernelObject> object, bool inheritable) noexce
     std::uintptr_t const value = handleValue(index, ++slot.generation);
     slot.handle.store(value, std::memory_order_release);
     return reinterpret_cast<HANDLE>(value);
+}
+
+}  // namespace
+
+HANDLE openHandle(std::shared_ptr<KernelObject> object, bool inheritable) noexcept
+{
+    ThreadRecord const* const owner = threadRecord();
+    TableLock const lock;
+    std::size_t index;
+    return report(takeSlot(index)) ? openSlotFor(index, std::move(object), inheritable, owner) : nullptr;
+}
+
+HandlePlace::HandlePlace() noexcept
+{
+    TableLock const lock;
+    error_ = takeSlot(index_);
+    isTaken_ = error_ == ERROR_SUCCESS;
+}
+
+HandlePlace::~HandlePlace()
+{
+    if (!isTaken_)
+        return;
+    TableLock const lock;
+    freeSlot(index_);
+}
+
+HANDLE HandlePlace::open(std::shared_ptr<KernelObject> object, bool inheritable) noexcept
+{
+    ThreadRecord const* const owner = threadRecord();
+    TableLock const lock;
+    isTaken_ = false;
+    return openSlotFor(index_, std::move(object), inheritable, owner);
 }
 
 std::shared_ptr<KernelObject> objectOf(HANDLE handle) noexcept

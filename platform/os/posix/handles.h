@@ -60,8 +60,36 @@ public:
     virtual int descriptor() const noexcept;
 };
 
-/// Enters an object into the table. Null with ERROR_TOO_MANY_OPEN_FILES when the table is full.
+/// Enters an object into the table. Null with ERROR_TOO_MANY_OPEN_FILES when
+/// the table is full, and with ERROR_NOT_ENOUGH_MEMORY when it cannot grow.
 ZK_UTIL_API HANDLE openHandle(std::shared_ptr<KernelObject> object, bool inheritable) noexcept;
+
+/// A place in the table, taken before the work whose result it shall hold: a
+/// full table is then found out while nothing has been done yet.
+///
+///   HandlePlace place;
+///   if (place.error())
+///       return report(place.error());
+///   ...                                        // may fail, and gives the place back
+///   return place.open(std::move(object), false);
+class ZK_UTIL_API HandlePlace {
+public:
+    HandlePlace() noexcept;
+    ~HandlePlace();
+    HandlePlace(HandlePlace const&) = delete;
+    HandlePlace& operator=(HandlePlace const&) = delete;
+
+    /// ERROR_TOO_MANY_OPEN_FILES or ERROR_NOT_ENOUGH_MEMORY if there was no place, else 0.
+    DWORD error() const noexcept { return error_; }
+
+    /// Enters an object at the place, once. Cannot fail.
+    HANDLE open(std::shared_ptr<KernelObject> object, bool inheritable) noexcept;
+
+private:
+    std::size_t index_ = 0;
+    bool isTaken_ = false;
+    DWORD error_ = 0;
+};
 
 /// The object behind a handle, shared; null with ERROR_INVALID_HANDLE for a
 /// value that is no open handle. For work that may block: the object stays, also

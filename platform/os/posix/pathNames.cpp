@@ -4,6 +4,7 @@
 #include "platform/os/posix/environment.h"
 #include "platform/os/posix/fileStatus.h"
 #include "platform/os/posix/lastError.h"
+#include "platform/os/posix/outOfMemory.h"
 #include "platform/os/posix/textResult.h"
 
 #include <fcntl.h>
@@ -123,7 +124,8 @@ using namespace zk::os;
 DWORD WINAPI GetFullPathNameA(LPCSTR name, DWORD room, LPSTR buffer, LPSTR* filePart) noexcept
 {
     std::string full;
-    DWORD const error = isEmpty(name) ? ERROR_INVALID_NAME : makeFullPath(name, full);
+    DWORD const error =
+        isEmpty(name) ? ERROR_INVALID_NAME : guarded([&] { return makeFullPath(name, full); });
     if (!report(error))
         return 0;
     DWORD const length = giveText(full, room, buffer);
@@ -134,12 +136,18 @@ DWORD WINAPI GetFullPathNameA(LPCSTR name, DWORD room, LPSTR buffer, LPSTR* file
 
 DWORD WINAPI GetTempPathA(DWORD room, LPSTR buffer) noexcept
 {
-    return GetFullPathNameA(temporaryFolder().c_str(), room, buffer, nullptr);
+    std::string folder;
+    DWORD const error = guarded([&] {
+        folder = temporaryFolder();
+        return ERROR_SUCCESS;
+    });
+    return report(error) ? GetFullPathNameA(folder.c_str(), room, buffer, nullptr) : 0;
 }
 
 UINT WINAPI GetTempFileNameA(LPCSTR folder, LPCSTR prefix, UINT unique, LPSTR buffer) noexcept
 {
     UINT number = unique;
-    bool const wasMade = report(temporaryFileName(folder, prefix ? prefix : "", number, buffer));
+    bool const wasMade =
+        report(guarded([&] { return temporaryFileName(folder, prefix ? prefix : "", number, buffer); }));
     return wasMade ? number : 0;
 }

@@ -45,6 +45,14 @@ unsigned oppositeOf(Sharing const& sharing) noexcept
     return marksOf({.access = sharing.denied, .denied = sharing.access});
 }
 
+// Where a mark's places for openers that may only write begin, counted like the marks.
+constexpr unsigned placesPerMark = 256;
+constexpr unsigned firstPlaceOf(unsigned mark) noexcept
+{
+    return markCount + mark * placesPerMark;
+}
+constexpr unsigned marksAndPlaces = firstPlaceOf(markCount);
+
 struct flock rangeOf(unsigned first, unsigned count, short type) noexcept
 {
     struct flock range = {};
@@ -63,17 +71,61 @@ bool isHeldByOthers(int descriptor, unsigned first, unsigned count) noexcept
 
 bool meets(int descriptor, unsigned marks) noexcept
 {
-    if (!isHeldByOthers(descriptor, 0, markCount))
+    if (!isHeldByOthers(descriptor, 0, marksAndPlaces))
         return false;  // mostly nobody else has the file open
     for (unsigned mark = 0; mark < markCount; ++mark)
-        if ((marks & 1u << mark) && isHeldByOthers(descriptor, mark, 1))
+        if ((marks & 1u << mark) &&
+            (isHeldByOthers(descriptor, mark, 1) ||
+             isHeldByOthers(descriptor, firstPlaceOf(mark), placesPerMark)))
             return true;
     return false;
+}
+
+// Sets a lock on marks or places; gives an errno value.
+int lock(int descriptor, unsigned first, unsigned count, short type) noexcept
+{
+    struct flock range = rangeOf(first, count, type);
+    int const result =
+        uninterrupted([&] { return systemCalls().lockRange(descriptor, F_OFD_SETLK, &range); });
+    return result == -1 ? errno : 0;
 }
 
 bool isConflict(int error) noexcept
 {
     return error == EWOULDBLOCK || error == EACCES;
+}
+
+// Takes a free place of each mark.
+DWORD setMarksOfWriter(int descriptor, unsigned marks) noexcept
+{
+    for (unsigned mark = 0; mark < markCount; ++mark) {
+        if (!(marks & 1u << mark))
+            continue;
+        unsigned place = 0;
+        while (place < placesPerMark && isConflict(lock(descriptor, firstPlaceOf(mark) + place, 1, F_WRLCK)))
+            ++place;
+        if (place == placesPerMark)
+            return ERROR_SHARING_VIOLATION;
+    }
+    return ERROR_SUCCESS;
+}
+
+DWORD setMarks(int descriptor, unsigned marks) noexcept
+{
+    for (unsigned first = 0; first < markCount; ++first) {
+        unsigned end = first;
+        while (marks & 1u << end)
+            ++end;
+        if (end == first)
+            continue;
+        int const error = lock(descriptor, first, end - first, F_RDLCK);
+        if (error == EBADF)
+            return setMarksOfWriter(descriptor, marks);  // it was opened for writing alone
+        if (isConflict(error))
+            return ERROR_SHARING_VIOLATION;
+        first = end;
+    }
+    return ERROR_SUCCESS;
 }
 
 }  // namespace
@@ -84,31 +136,26 @@ DWORD claim(int descriptor, Sharing const& sharing) noexcept
     if (sharing.access == Sharing::none)
         return ERROR_SUCCESS;
     int const kind = (sharing.denied & content) == content ? LOCK_EX : LOCK_SH;
-    if (uninterrupted([&] { return systemCalls().flock(descriptor, kind | LOCK_NB); }) == -1 &&
+    if ((sharing.access & content) != 0 &&
+        uninterrupted([&] { return systemCalls().flock(descriptor, kind | LOCK_NB); }) == -1 &&
         isConflict(errno))
         return ERROR_SHARING_VIOLATION;
-
-    unsigned const marks = marksOf(sharing);
-    for (unsigned first = 0; first < markCount; ++first) {
-        unsigned end = first;
-        while (marks & 1u << end)
-            ++end;
-        if (end == first)
-            continue;
-        struct flock range = rangeOf(first, end - first, F_RDLCK);
-        if (systemCalls().lockRange(descriptor, F_OFD_SETLK, &range) == -1 && isConflict(errno))
-            return ERROR_SHARING_VIOLATION;
-        first = end;
-    }
+    if (DWORD const error = setMarks(descriptor, marksOf(sharing)))
+        return error;
     return meets(descriptor, oppositeOf(sharing)) ? ERROR_SHARING_VIOLATION : ERROR_SUCCESS;
 }
 
 DWORD checkSharing(char const* path, Sharing const& sharing) noexcept
 {
-    Descriptor const file(
-        systemCalls().open(path, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0));
+    auto const open = [path](int way) {
+        int const flags = way | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+        return Descriptor(uninterrupted([&] { return systemCalls().open(path, flags, 0); }));
+    };
+    Descriptor file = open(O_RDONLY);
+    if (!file && errno == EACCES)
+        file = open(O_WRONLY);
     if (!file)
-        return ERROR_SUCCESS;
+        return errno == EMFILE || errno == ENFILE || errno == ENOMEM ? errorFromErrno(errno) : ERROR_SUCCESS;
     return meets(file.get(), oppositeOf(sharing)) ? ERROR_SHARING_VIOLATION : ERROR_SUCCESS;
 }
 

@@ -12,12 +12,17 @@
 //
 //  1. flock: exclusive if reading and writing are both denied, else shared.
 //     Programs that know nothing of this library lock files in that way, so
-//     they and we respect each other.
+//     they and we respect each other. An opener that neither reads nor writes,
+//     but removes the file, takes none: those locks know nothing of removal.
 //  2. Marks: read locks on six bytes far behind any content, one for each thing
 //     that an opener may do or deny. Read locks don't exclude one another; an
 //     opener first sets its own marks and then looks whether anybody else holds
 //     one that it must not meet. Of two that open at the same moment, both may
 //     fail, but never do both succeed.
+//
+// A file that its opener may only write to takes no read locks. For such
+// openers each mark has a row of places behind the six bytes, and the opener
+// takes a write lock on one that is free.
 //
 // Where the file system has no such locks, files are opened without.
 #pragma once
@@ -43,8 +48,9 @@ constexpr off_t firstMark = off_t(1) << 62;
 DWORD claim(int descriptor, Sharing const& sharing) noexcept;
 
 /// Whether others who have the file open forbid that it is used in that way.
-/// Gives 0 or ERROR_SHARING_VIOLATION. A file that cannot be opened for reading
-/// is not in anybody's claim as far as this process can see.
+/// Gives 0 or ERROR_SHARING_VIOLATION; another error where it could not be found
+/// out for want of descriptors or memory. A file that can be opened neither for
+/// reading nor for writing is not in anybody's claim as far as this process can see.
 DWORD checkSharing(char const* path, Sharing const& sharing) noexcept;
 
 }  // namespace zk::os

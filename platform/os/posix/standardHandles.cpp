@@ -2,11 +2,13 @@
 
 #include "platform/os/posix/fileObject.h"
 #include "platform/os/posix/lastError.h"
+#include "platform/os/posix/outOfMemory.h"
 
 #include <fcntl.h>
 
 #include <mutex>
 #include <optional>
+#include <type_traits>
 
 using namespace zk::os;
 
@@ -19,12 +21,9 @@ struct StandardHandles {
     std::optional<HANDLE> values[standardCount];  // none: not asked for yet
 };
 
-// Never destroyed: static destructors write to standard output too.
-StandardHandles& standardHandles() noexcept
-{
-    static StandardHandles& instance = *new StandardHandles;
-    return instance;
-}
+// Has no destructor to run: static destructors write to standard output too.
+constinit StandardHandles standardHandles;
+static_assert(std::is_trivially_destructible_v<StandardHandles>);
 
 // The numbers follow one another downwards from standard input on.
 DWORD indexOf(DWORD which) noexcept
@@ -32,20 +31,24 @@ DWORD indexOf(DWORD which) noexcept
     return STD_INPUT_HANDLE - which;
 }
 
-HANDLE handleFor(int descriptor) noexcept
+// Makes the handle; null where the process has no such descriptor.
+DWORD makeHandle(int descriptor, HANDLE& handle)
 {
-    PreserveLastError const kept;
+    handle = nullptr;
     struct stat status;
-    int const mode = fcntl(descriptor, F_GETFL);
+    int const mode = systemCalls().statusFlags(descriptor, F_GETFL, 0);
     if (mode == -1 || systemCalls().fstat(descriptor, &status) == -1)
-        return nullptr;
+        return errno == EBADF ? ERROR_SUCCESS : errorFromErrno(errno);
     unsigned access = FileObject::none;
     if ((mode & O_ACCMODE) != O_WRONLY)
         access |= FileObject::reads;
     if ((mode & O_ACCMODE) != O_RDONLY)
         access |= FileObject::writes;
-    return openHandle(std::make_shared<FileObject>(FileObject::Borrowed{descriptor}, access, status.st_mode),
-                      true);
+    HandlePlace place;
+    if (!place.error())
+        handle = place.open(
+            std::make_shared<FileObject>(FileObject::Borrowed{descriptor}, access, status.st_mode), true);
+    return place.error();
 }
 
 }  // namespace
@@ -57,11 +60,13 @@ HANDLE WINAPI GetStdHandle(DWORD which) noexcept
         SetLastError(ERROR_INVALID_HANDLE);
         return INVALID_HANDLE_VALUE;
     }
-    StandardHandles& handles = standardHandles();
-    std::lock_guard const guard(handles.mutex);
-    std::optional<HANDLE>& handle = handles.values[index];
+    std::lock_guard const guard(standardHandles.mutex);
+    std::optional<HANDLE>& handle = standardHandles.values[index];
+    HANDLE made = nullptr;
+    if (!handle && !report(guarded([&] { return makeHandle(int(index), made); })))
+        return INVALID_HANDLE_VALUE;  // the next call tries again
     if (!handle)
-        handle = handleFor(int(index));
+        handle = made;
     return *handle;
 }
 
@@ -70,8 +75,7 @@ BOOL WINAPI SetStdHandle(DWORD which, HANDLE handle) noexcept
     DWORD const index = indexOf(which);
     if (index >= standardCount)
         return report(ERROR_INVALID_HANDLE);
-    StandardHandles& handles = standardHandles();
-    std::lock_guard const guard(handles.mutex);
-    handles.values[index] = handle;
+    std::lock_guard const guard(standardHandles.mutex);
+    standardHandles.values[index] = handle;
     return TRUE;
 }

@@ -14,7 +14,8 @@
 ///
 /// The first call for each makes an inheritable handle to the descriptor 0, 1
 /// or 2; closing the handle leaves the descriptor open.
-/// INVALID_HANDLE_VALUE and ERROR_INVALID_HANDLE for another number.
+/// INVALID_HANDLE_VALUE on failure: ERROR_INVALID_HANDLE for another number,
+/// ERROR_NOT_ENOUGH_MEMORY and ERROR_TOO_MANY_OPEN_FILES without room for a handle.
 ZK_UTIL_API HANDLE WINAPI GetStdHandle(DWORD which) noexcept;
 
 /// Sets what GetStdHandle() gives from now on, any value; the descriptors stay.

@@ -26,6 +26,7 @@ constinit SystemCalls systemCallTable = {
     .flock = ::flock,
     .lockRange = [](int descriptor, int command,
                     struct flock* range) { return ::fcntl(descriptor, command, range); },
+    .statusFlags = [](int descriptor, int command, int flags) { return ::fcntl(descriptor, command, flags); },
     .copy_file_range = ::copy_file_range,
 
     // What stands in a directory.
@@ -35,6 +36,7 @@ constinit SystemCalls systemCallTable = {
     .statx = ::statx,
     .chmod = ::chmod,
     .fchmod = ::fchmod,
+    .fchown = ::fchown,
     .futimens = ::futimens,
     .utimensat = ::utimensat,
     .mkdir = ::mkdir,
@@ -45,6 +47,7 @@ constinit SystemCalls systemCallTable = {
     .renameat2 = ::renameat2,
     .symlink = ::symlink,
     .readlink = ::readlink,
+    .realpath = ::realpath,
     .getdents64 = ::getdents64,
 
     // The process's current directory.

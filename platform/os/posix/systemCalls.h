@@ -2,11 +2,12 @@
 //
 //   ssize_t const done = systemCalls().write(descriptor, buffer, length);
 //
-// The files of this folder reach the kernel through one table of function
-// pointers. It costs one load per call; tests put an entry of their own in
-// place (tests/support/FaultInjector.h), and an interrupted read or a full
-// disk becomes an ordinary test. An entry has the name, the arguments and the
-// result of the call it stands for; a variadic call gets its full list.
+// These calls go through a table of function pointers. It costs one load per
+// call; tests put an entry of their own in place (tests/support/FaultInjector.h),
+// and an interrupted read or a full disk becomes an ordinary test. An entry has
+// the name, the arguments and the result of the call it stands for; a variadic
+// call gets its full list. A call whose failure changes nothing that a caller
+// can see, such as a hint to the kernel, is made directly.
 //
 // Entries stand in groups by the capability that brought them in, in the same
 // order here and in systemCalls.cpp.
@@ -39,6 +40,7 @@ struct SystemCalls {
     int (*fsync)(int descriptor);
     int (*flock)(int descriptor, int operation);
     int (*lockRange)(int descriptor, int command, struct flock* range);  // fcntl with a record lock
+    int (*statusFlags)(int descriptor, int command, int flags);          // fcntl with F_GETFL and F_SETFL
     ssize_t (*copy_file_range)(int from, off_t* fromOffset, int to, off_t* toOffset, std::size_t length,
                                unsigned flags);
 
@@ -49,6 +51,7 @@ struct SystemCalls {
     int (*statx)(int folder, char const* path, int flags, unsigned mask, struct statx* status);
     int (*chmod)(char const* path, mode_t mode);
     int (*fchmod)(int descriptor, mode_t mode);
+    int (*fchown)(int descriptor, uid_t owner, gid_t group);
     int (*futimens)(int descriptor, timespec const times[2]);
     int (*utimensat)(int folder, char const* path, timespec const times[2], int flags);
     int (*mkdir)(char const* path, mode_t mode);
@@ -59,6 +62,7 @@ struct SystemCalls {
     int (*renameat2)(int fromFolder, char const* from, int toFolder, char const* to, unsigned flags);
     int (*symlink)(char const* target, char const* path);
     ssize_t (*readlink)(char const* path, char* buffer, std::size_t length);
+    char* (*realpath)(char const* path, char* resolved);
     ssize_t (*getdents64)(int folder, void* buffer, std::size_t length);
 
     // The process's current directory.

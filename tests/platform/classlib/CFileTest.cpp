@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -579,3 +581,44 @@ TEST_F(FileStatusOf, timesOfAReadOnlyFileCanBeSet)
 
     EXPECT_EQ(seen.m_mtime, wanted.m_mtime);
 }
+
+TEST_F(FileStatusOf, timesThatNoFileCanHaveAreRefused)
+{
+    folder.write("a.txt", "abc");
+    LONGLONG const times[] = {INT64_MAX, INT64_MAX / 10'000'000, INT64_MIN, -11'644'473'600};
+    for (LONGLONG const time : times) {
+        CFileStatus wanted, before, after;
+        wanted.m_mtime = CTime(time_t(time));
+        wanted.m_attribute = CFile::readOnly;
+        ASSERT_TRUE(CFile::GetStatus(path("a.txt"), before));
+
+        EXPECT_EQ(causeOf([&] { CFile::SetStatus(path("a.txt"), wanted); }), CFileException::badPath) << time;
+
+        EXPECT_EQ(GetLastError(), DWORD(ERROR_INVALID_PARAMETER));
+        ASSERT_TRUE(CFile::GetStatus(path("a.txt"), after));
+        EXPECT_EQ(after.m_mtime, before.m_mtime) << time;
+        EXPECT_EQ(after.m_attribute, before.m_attribute) << time;
+    }
+}
+
+#ifndef _WIN32  // the other system lets programs make no links
+
+TEST_F(FileStatusOf, aLinkIsThatOfItsFileAndCanBeSetAgain)
+{
+    folder.write("a.txt", "abc");
+    ASSERT_TRUE(SetFileAttributesA(path("a.txt"), FILE_ATTRIBUTE_READONLY));
+    std::filesystem::create_symlink("a.txt", folder.path("link"));
+    CFileStatus status, seen;
+
+    ASSERT_TRUE(CFile::GetStatus(path("link"), status));
+    EXPECT_EQ(status.m_attribute & CFile::readOnly, CFile::readOnly);
+    EXPECT_EQ(status.m_size, 3u);
+    status.m_mtime = CTime(2001, 9, 9, 12, 0, 0);
+    EXPECT_EQ(causeOf([&] { CFile::SetStatus(path("link"), status); }), CFileException::none);
+
+    ASSERT_TRUE(CFile::GetStatus(path("a.txt"), seen));
+    EXPECT_EQ(seen.m_mtime, status.m_mtime);
+    EXPECT_EQ(seen.m_attribute, status.m_attribute);
+}
+
+#endif

@@ -265,6 +265,52 @@ TEST_F(StdioFileWriting, failsOnAFileOpenForReading)
     EXPECT_EQ(folder.read("a.txt"), "abc");
 }
 
+TEST_F(StdioFileWriting, thatFailedBeforeAnotherFileIsOpenedIsTold)
+{
+    folder.write("a.txt", "abc");
+    folder.write("b.txt", "def");
+    CStdioFile file(path("a.txt"), CFile::modeRead);
+    file.WriteString("x");
+    CFileException failure;
+
+    EXPECT_FALSE(file.Open(path("b.txt"), CFile::modeRead, &failure));
+
+    EXPECT_EQ(failure.m_cause, CFileException::accessDenied);
+    EXPECT_EQ(failure.m_strFileName, path("a.txt"));
+    EXPECT_EQ(file.m_hFile, CFile::hFileNull);
+    EXPECT_TRUE(file.Open(path("b.txt"), CFile::modeRead, &failure)) << "nothing is pending any more";
+}
+
+TEST_F(StdioFileWriting, isDoneBeforeAnotherFileIsOpened)
+{
+    CStdioFile file(path("a.txt"), CFile::modeCreate | CFile::modeWrite | CFile::typeBinary);
+    file.WriteString("abc");
+
+    EXPECT_TRUE(file.Open(path("b.txt"), CFile::modeCreate | CFile::modeWrite));
+
+    EXPECT_EQ(folder.read("a.txt"), "abc");
+}
+
+#ifndef _WIN32  // the other system has no file like this one
+
+TEST_F(StdioFileWriting, ontoAFullDiskIsToldOnce)
+{
+    CStdioFile file("/dev/full", CFile::modeWrite | CFile::shareDenyNone);
+    file.WriteString("abc");
+
+    try {
+        file.Flush();
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (CFileException* exception) {
+        EXPECT_EQ(exception->m_cause, CFileException::diskFull);
+        EXPECT_EQ(exception->m_strFileName, "/dev/full");
+        exception->Delete();
+    }
+    file.Close();
+}
+
+#endif
+
 TEST_F(StdioFilePosition, isWhereTheReaderStands)
 {
     folder.write("a.txt", "one\r\ntwo\r\n");

@@ -105,6 +105,18 @@ TEST_F(CopyFailures, loseNothingAndLeaveNothing)
     expectCopyFails<&SystemCalls::rename>({.error = EACCES}, ERROR_ACCESS_DENIED);
     expectCopyFails<&SystemCalls::rename>({.error = ENOSPC}, ERROR_DISK_FULL);
     expectCopyFails<&SystemCalls::statx>({.error = EIO}, ERROR_IO_DEVICE);
+    expectCopyFails<&SystemCalls::statx>({.error = EACCES, .onCall = 2}, ERROR_ACCESS_DENIED);
+}
+
+TEST_F(CopyFailures, ofALinkThatCannotBeResolvedAreReported)
+{
+    fs::create_symlink("real", path("link"));
+    folder_.write("real", "old");
+    FaultInjector<&SystemCalls::realpath> const broken({.error = EACCES});
+
+    EXPECT_FAILS(copy("from", "link"), ERROR_ACCESS_DENIED);
+
+    EXPECT_EQ(folder_.read("real"), "old");
 }
 
 TEST_F(CopyFailures, ofTheWayThroughABufferLoseNothingEither)
@@ -355,15 +367,89 @@ TEST_F(MoveFailures, ofAFolderInThePlaceOfAFileLoseNeither)
 
     EXPECT_TRUE(fs::is_directory(path("folder")));
     EXPECT_EQ(folder_.read("from"), content);
+    {
+        FaultInjector<&SystemCalls::unlink> const stuck({.error = EPERM});
+        EXPECT_FAILS(move(MOVEFILE_REPLACE_EXISTING, "folder", "from"), ERROR_ACCESS_DENIED);
+    }
+
+    EXPECT_TRUE(fs::is_directory(path("folder"))) << "both stand where they stood";
+    EXPECT_EQ(folder_.read("from"), content);
 }
 
-TEST_F(MoveFailures, toFlushAreReported)
+TEST_F(MoveFailures, leaveOneNameWhereTheOldOneCannotGo)
 {
-    FaultInjector<&SystemCalls::fsync> const broken({.error = EIO});
+    FaultInjector<&SystemCalls::renameat2> const unable({.error = EINVAL});
+    FaultInjector<&SystemCalls::unlink> const stuck({.error = EPERM});
 
-    EXPECT_FAILS(move(MOVEFILE_WRITE_THROUGH), ERROR_IO_DEVICE);
+    EXPECT_FAILS(move(0), ERROR_ACCESS_DENIED);
 
-    EXPECT_EQ(folder_.read("to"), content) << "the name is there all the same";
+    EXPECT_EQ(folder_.read("from"), content);
+    EXPECT_EQ(entryCount(), 1u);
+}
+
+TEST_F(MoveFailures, areNotWhatTheDiskSaysToAMoveThatIsDone)
+{
+    struct Row {
+        int openError;
+        int flushError;
+    };
+    Row const rows[] = {{0, EIO}, {0, ENOSPC}, {0, EINVAL}, {EACCES, 0}, {EMFILE, 0}};
+    for (Row const& row : rows) {
+        {
+            // The first opening looks whether somebody has the file open.
+            FaultInjector<&SystemCalls::open> const opens(
+                {.error = row.openError, .onCall = 2, .times = row.openError != 0});
+            FaultInjector<&SystemCalls::fsync> const flushes(
+                {.error = row.flushError, .times = row.flushError != 0});
+            EXPECT_SUCCEEDS(move(MOVEFILE_WRITE_THROUGH));
+            EXPECT_EQ(opens.calls(), 2);
+        }
+        EXPECT_FALSE(folder_.exists("from"));
+        EXPECT_TRUE(move(0, "to", "from"));
+    }
+    EXPECT_EQ(folder_.read("from"), content);
+}
+
+TEST_F(MoveFailures, areWhatCannotBeFoundOutAboutOthers)
+{
+    FaultInjector<&SystemCalls::open> const full({.error = EMFILE, .times = always});
+
+    EXPECT_FAILS(move(0), ERROR_TOO_MANY_OPEN_FILES);
+    EXPECT_FAILS(DeleteFileA(path("from").c_str()), ERROR_TOO_MANY_OPEN_FILES);
+
+    EXPECT_TRUE(folder_.exists("from"));
+}
+
+TEST_F(MoveFailures, areNoneInAFolderThatMayBeWrittenButNotRead)
+{
+    chmod(folder_.path().c_str(), 0755);
+    folder_.makeFolder("drop");
+    folder_.write("drop/file", content);
+    chmod(path("drop/file").c_str(), 0666);
+    chmod(path("drop").c_str(), 0333);
+
+    asOrdinaryUser([&] {
+        WIN32_FIND_DATAA entry;
+        EXPECT_FAILS(FindFirstFileA(path("drop/*").c_str(), &entry), ERROR_ACCESS_DENIED);
+        EXPECT_TRUE(FindClose(FindFirstFileA(path("drop/file").c_str(), &entry)));
+        EXPECT_TRUE(writeText(openFile(path("drop/new"), GENERIC_WRITE, 0, CREATE_NEW).get(), "abc"));
+        EXPECT_SUCCEEDS(copy("drop/file", "drop/copy"));
+        EXPECT_SUCCEEDS(copy("drop/file", "drop/copy"));
+        EXPECT_SUCCEEDS(move(MOVEFILE_WRITE_THROUGH, "drop/copy", "drop/moved"));
+        EXPECT_SUCCEEDS(move(MOVEFILE_WRITE_THROUGH | MOVEFILE_REPLACE_EXISTING, "drop/new", "drop/moved"));
+        {
+            FaultInjector<&SystemCalls::renameat2> const elsewhere({.error = EXDEV});
+            EXPECT_SUCCEEDS(move(MOVEFILE_COPY_ALLOWED, "drop/moved", "drop/last"));
+        }
+        EXPECT_FAILS(GetFileAttributesA(path("drop/moved").c_str()), ERROR_FILE_NOT_FOUND);
+        EXPECT_SUCCEEDS(CreateDirectoryA(path("drop/sub").c_str(), nullptr));
+        EXPECT_SUCCEEDS(RemoveDirectoryA(path("drop/sub").c_str()));
+        EXPECT_SUCCEEDS(DeleteFileA(path("drop/last").c_str()));
+    });
+
+    chmod(path("drop").c_str(), 0700);
+    EXPECT_EQ(folder_.read("drop/file"), content);
+    EXPECT_FALSE(folder_.exists("drop/last"));
 }
 
 TEST_F(MovesToAnotherFileSystem, copyAndThenRemove)
@@ -431,9 +517,21 @@ TEST_F(MovesToAnotherFileSystem, keepTheSourceUntilTheCopyIsOnTheDisk)
     FaultInjector<&SystemCalls::renameat2> const elsewhere({.error = EXDEV});
     FaultInjector<&SystemCalls::fsync> const broken({.error = EIO, .onCall = 2});  // of the folder
 
-    EXPECT_FAILS(move(MOVEFILE_COPY_ALLOWED), ERROR_IO_DEVICE);
+    EXPECT_SUCCEEDS(move(MOVEFILE_COPY_ALLOWED));
 
-    EXPECT_EQ(folder_.read("from"), content);
+    EXPECT_EQ(folder_.read("to"), content);
+    EXPECT_EQ(folder_.read("from"), content) << "the new name may not outlive a crash";
+}
+
+TEST_F(MovesToAnotherFileSystem, keepOwnerAndGroupAsFarAsTheyMay)
+{
+    FaultInjector<&SystemCalls::renameat2> const elsewhere({.error = EXDEV});
+    FaultInjector<&SystemCalls::fchown> const forbidden({.error = EPERM, .times = always});
+
+    EXPECT_SUCCEEDS(move(MOVEFILE_COPY_ALLOWED));
+
+    EXPECT_EQ(forbidden.calls(), 2);
+    EXPECT_EQ(folder_.read("to"), content);
 }
 
 TEST_F(MovesToAnotherFileSystem, succeedEvenIfTheSourceCannotGo)
@@ -457,6 +555,19 @@ TEST_F(MovesToAnotherFileSystem, meetATargetThatCameMeanwhile)
     EXPECT_EQ(folder_.read("to"), "other");
     EXPECT_EQ(folder_.read("from"), content);
     EXPECT_EQ(entryCount(), 2u);
+}
+
+TEST_F(MovesOfLinks, moveTheLinkWithASeparatorBehindItsNameToo)
+{
+    folder_.makeFolder("sub");
+    fs::create_directory_symlink("sub", path("link"));
+
+    EXPECT_SUCCEEDS(move(0, "link/", "moved"));
+
+    EXPECT_EQ(fs::read_symlink(path("moved")), "sub");
+    EXPECT_FALSE(folder_.exists("link"));
+    EXPECT_SUCCEEDS(move(0, "sub/", "other"));
+    EXPECT_TRUE(fs::is_directory(path("other")));
 }
 
 TEST_F(MovesOfLinks, moveTheLinkAlone)

@@ -187,6 +187,17 @@ TEST_F(Moves, putAFolderInThePlaceOfAFile)
     EXPECT_EQ(entryCount(), 1u);
 }
 
+TEST_F(Moves, takeAFolderWithASeparatorBehindItsName)
+{
+    folder_.makeFolder("from");
+    folder_.write("from/file", "abc");
+
+    EXPECT_SUCCEEDS(move("from/", "to"));
+
+    EXPECT_EQ(folder_.read("to/file"), "abc");
+    EXPECT_EQ(entryCount(), 1u);
+}
+
 TEST_F(Moves, reachTheDiskWhereThatIsAskedFor)
 {
     folder_.write("from", "abc");

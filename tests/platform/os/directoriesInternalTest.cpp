@@ -121,6 +121,31 @@ TEST_F(DirectoryLinks, areRemovedAndNotWhatTheyLeadTo)
     EXPECT_EQ(folder_.read("sub/file"), "abc");
 }
 
+TEST_F(DirectoryLinks, areRemovedWithASeparatorBehindTheirNameToo)
+{
+    folder_.makeFolder("sub");
+    folder_.write("sub/file", "abc");
+    for (char const* const name : {"link/", "link//"}) {
+        fs::create_directory_symlink("sub", path("link"));
+
+        EXPECT_SUCCEEDS(RemoveDirectoryA(path(name).c_str()));
+
+        EXPECT_FALSE(fs::is_symlink(path("link"))) << name;
+    }
+    EXPECT_EQ(folder_.read("sub/file"), "abc");
+}
+
+TEST_F(DirectoryLinks, thatCannotGoSayWhy)
+{
+    folder_.makeFolder("sub");
+    fs::create_directory_symlink("sub", path("link"));
+    FaultInjector<&SystemCalls::unlink> const stuck({.error = EACCES});
+
+    EXPECT_FAILS(RemoveDirectoryA(path("link").c_str()), ERROR_ACCESS_DENIED);
+
+    EXPECT_TRUE(fs::is_symlink(path("link")));
+}
+
 TEST_F(DirectoryLinks, toFilesAreNoDirectories)
 {
     folder_.write("file", "abc");

@@ -99,6 +99,15 @@ TEST_F(Directories, thatCannotBeRemovedSayWhy)
     EXPECT_FAILS(removeFolder("."), ERROR_SHARING_VIOLATION);
 }
 
+TEST_F(Directories, areRemovedWithASeparatorBehindTheirName)
+{
+    folder_.makeFolder("sub");
+
+    EXPECT_SUCCEEDS(removeFolder(path("sub/")));
+
+    EXPECT_FALSE(folder_.exists("sub"));
+}
+
 TEST_F(Directories, loseAFile)
 {
     folder_.write("file", "");

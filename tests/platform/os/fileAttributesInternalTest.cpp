@@ -48,6 +48,11 @@ TEST_F(AttributeFailures, areReported)
         EXPECT_FAILS(SetFileAttributesA(path_.c_str(), FILE_ATTRIBUTE_READONLY), ERROR_IO_DEVICE);
     }
     {
+        FaultInjector<&SystemCalls::stat> const broken({.error = EACCES});
+        EXPECT_FAILS(GetFileAttributesA(folder_.path("missing").c_str()), ERROR_PATH_NOT_FOUND);
+        EXPECT_FAILS(GetFileAttributesA(folder_.path("missing").c_str()), ERROR_FILE_NOT_FOUND);
+    }
+    {
         FaultInjector<&SystemCalls::chmod> const broken({.error = EROFS});
         EXPECT_FAILS(SetFileAttributesA(path_.c_str(), FILE_ATTRIBUTE_READONLY), ERROR_WRITE_PROTECT);
     }
@@ -55,8 +60,17 @@ TEST_F(AttributeFailures, areReported)
     FILETIME const time = {0, 0x01C00000};
     FILETIME found;
     {
-        FaultInjector<&SystemCalls::utimensat> const broken({.error = EPERM});
+        FaultInjector<&SystemCalls::futimens> const broken({.error = EPERM});
+        FaultInjector<&SystemCalls::utimensat> const notNeeded({.error = EIO, .times = always});
         EXPECT_FAILS(SetFileTime(file.get(), nullptr, nullptr, &time), ERROR_ACCESS_DENIED);
+        EXPECT_SUCCEEDS(SetFileTime(file.get(), nullptr, nullptr, &time));
+        EXPECT_EQ(notNeeded.calls(), 0) << "a file that is open needs no name";
+    }
+    {
+        ScopedHandle const attributes = openFile(path_, FILE_WRITE_ATTRIBUTES);
+        FaultInjector<&SystemCalls::utimensat> const broken({.error = EROFS});
+        EXPECT_FAILS(SetFileTime(attributes.get(), nullptr, nullptr, &time), ERROR_WRITE_PROTECT);
+        EXPECT_SUCCEEDS(SetFileTime(attributes.get(), nullptr, nullptr, &time));
     }
     {
         FaultInjector<&SystemCalls::statx> const broken({.error = EIO});
@@ -144,6 +158,17 @@ TEST_F(ReadOnlyAttribute, isNeverSetThroughALink)
     chmod(path_.c_str(), 0644);
     EXPECT_FAILS(SetFileAttributesA(link.c_str(), FILE_ATTRIBUTE_READONLY), ERROR_NOT_SUPPORTED);
     EXPECT_EQ(modeOf(path_), 0644u);
+}
+
+TEST_F(ReadOnlyAttribute, thatALinkShowsIsSetAlready)
+{
+    std::string const link = folder_.path("link");
+    fs::create_symlink("file", link);
+    chmod(path_.c_str(), 0444);
+
+    EXPECT_SUCCEEDS(SetFileAttributesA(link.c_str(), GetFileAttributesA(link.c_str())));
+
+    EXPECT_EQ(modeOf(path_), 0444u);
 }
 
 TEST_F(ReadOnlyAttribute, ofALinksTargetDoesNotKeepTheLink)

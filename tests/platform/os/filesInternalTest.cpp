@@ -1,4 +1,5 @@
 #include "platform/os/posix/fileObject.h"
+#include "platform/os/posix/sharing.h"
 #include "tests/support/FaultInjector.h"
 #include "tests/support/ScopedHandle.h"
 #include "tests/support/TemporaryFolder.h"
@@ -12,6 +13,8 @@
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <utility>
+#include <vector>
 
 using namespace zk::os;
 using namespace zk::test;
@@ -79,6 +82,85 @@ TEST_F(FileFailures, behindTheOpeningLeaveNoDescriptor)
         expectOpenFails(GENERIC_WRITE, CREATE_ALWAYS, ERROR_IO_DEVICE);
     }
     EXPECT_EQ(folder_.read("file"), "0123456789");
+}
+
+TEST_F(FileFailures, behindACreationLeaveNoFile)
+{
+    DWORD const dispositions[] = {CREATE_NEW, CREATE_ALWAYS, OPEN_ALWAYS};
+    for (DWORD const disposition : dispositions) {
+        FaultInjector<&SystemCalls::fstat> const broken({.error = EIO});
+        expectOpenFails(GENERIC_READ, disposition, ERROR_IO_DEVICE, "new");
+        EXPECT_FALSE(folder_.exists("new"));
+    }
+}
+
+TEST_F(FileFailures, behindACreationLeaveAFileThatSomebodyElseHasOpenedMeanwhile)
+{
+    ScopedHandle other;
+    bool isFirst = true;
+    BeforeCall<&SystemCalls::flock> const race([&] {
+        if (std::exchange(isFirst, false))
+            other = openFile(path("new"), readWrite, 0);
+    });
+
+    EXPECT_FAILS(CreateFileA(path("new").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr),
+                 ERROR_SHARING_VIOLATION);
+
+    EXPECT_TRUE(other);
+    EXPECT_TRUE(folder_.exists("new"));
+}
+
+TEST_F(FileFailures, toEmptyAFileLeaveItsModeAlone)
+{
+    {
+        FaultInjector<&SystemCalls::ftruncate> const broken({.error = EIO});
+        EXPECT_FAILS(CreateFileA(path().c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                 FILE_ATTRIBUTE_READONLY, nullptr),
+                     ERROR_IO_DEVICE);
+    }
+    {
+        FaultInjector<&SystemCalls::fchmod> const broken({.error = EPERM});
+        EXPECT_FAILS(CreateFileA(path().c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                 FILE_ATTRIBUTE_READONLY, nullptr),
+                     ERROR_ACCESS_DENIED);
+    }
+
+    EXPECT_EQ(folder_.read("file"), "0123456789");
+    EXPECT_EQ(GetFileAttributesA(path().c_str()), FILE_ATTRIBUTE_ARCHIVE);
+}
+
+TEST_F(FileFailures, ofAFullTableOfHandlesTouchNoFile)
+{
+    inChildProcess([this] {
+        auto const object = std::make_shared<FileObject>(FileObject::none);
+        while (openHandle(object, false)) { }
+        ASSERT_EQ(GetLastError(), ERROR_TOO_MANY_OPEN_FILES);
+        HANDLE ends[2] = {};
+
+        expectOpenFails(GENERIC_WRITE, CREATE_NEW, ERROR_TOO_MANY_OPEN_FILES, "new");
+        expectOpenFails(GENERIC_WRITE, CREATE_ALWAYS, ERROR_TOO_MANY_OPEN_FILES);
+        EXPECT_FAILS(CreatePipe(&ends[0], &ends[1], nullptr, 0), ERROR_TOO_MANY_OPEN_FILES);
+        EXPECT_FAILS(GetStdHandle(STD_ERROR_HANDLE), ERROR_TOO_MANY_OPEN_FILES);
+        WIN32_FIND_DATAA entry;
+        EXPECT_FAILS(FindFirstFileA(path("*").c_str(), &entry), ERROR_TOO_MANY_OPEN_FILES);
+
+        EXPECT_EQ(openDescriptors(), before_);
+    });
+
+    EXPECT_FALSE(folder_.exists("new"));
+    EXPECT_EQ(folder_.read("file"), "0123456789");
+}
+
+TEST_F(FileFailures, toDoWithoutTheKernelsBuffersGoUnnoticed)
+{
+    for (int call = 1; call <= 2; ++call) {
+        FaultInjector<&SystemCalls::statusFlags> const unable({.error = EINVAL, .onCall = call});
+        ScopedHandle const file =
+            openFile(path("new"), GENERIC_WRITE, 0, CREATE_ALWAYS, FILE_FLAG_NO_BUFFERING);
+
+        EXPECT_TRUE(writeText(file.get(), "abc")) << "as in any other file";
+        EXPECT_EQ(unable.calls(), call);
+    }
 }
 
 TEST_F(FileFailures, bySignalsGoUnnoticed)
@@ -347,6 +429,36 @@ TEST_F(FileLinks, thatLeadNowhereGetAFileWhereOneIsCreated)
     EXPECT_TRUE(folder_.exists("late"));
 }
 
+TEST_F(FileLinks, thatLeadNowhereAreFollowedFromFolderToFolder)
+{
+    folder_.makeFolder("a");
+    folder_.makeFolder("b");
+    std::filesystem::create_symlink("a/second", path("first"));
+    std::filesystem::create_symlink("../b/third", path("a/second"));
+    std::filesystem::create_symlink(path("late"), path("b/third"));
+    std::filesystem::create_symlink("missing/late", path("lost"));
+
+    EXPECT_TRUE(openFile(path("first"), GENERIC_WRITE, 0, CREATE_ALWAYS));
+    expectOpenFails(GENERIC_WRITE, CREATE_ALWAYS, ERROR_PATH_NOT_FOUND, "lost");
+
+    EXPECT_TRUE(folder_.exists("late"));
+}
+
+TEST_F(FileLinks, whoseFileComesMeanwhileAreEmptiedAsAnyOther)
+{
+    std::filesystem::create_symlink("late", path("link"));
+    int calls = 0;
+    BeforeCall<&SystemCalls::open> const others([&] {
+        if (++calls == 3)
+            folder_.write("late", "of somebody else");
+    });
+
+    ScopedHandle const file = openFile(path("link"), GENERIC_WRITE, 0, CREATE_ALWAYS);
+
+    EXPECT_EQ(GetLastError(), ERROR_ALREADY_EXISTS);
+    EXPECT_EQ(folder_.read("late"), "");
+}
+
 TEST_F(FileLinks, thatLeadToThemselvesLeadNowhere)
 {
     std::filesystem::create_symlink("link", path("link"));
@@ -446,6 +558,42 @@ TEST(FilesThatGoWithTheirHandle, mayBeGoneAlready)
     EXPECT_TRUE(folder.exists("file (deleted)"));
 }
 
+TEST(FilesThatGoWithTheirHandle, stayWhereTheyCannotBeRemoved)
+{
+    TemporaryFolder const folder;
+    auto const expectStays = [&](char const* name) {
+        ScopedHandle file =
+            openFile(folder.path(name), readWrite, sharesAll, OPEN_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE);
+        EXPECT_TRUE(CloseHandle(file.get())) << "the handle is gone all the same";
+        EXPECT_TRUE(folder.exists(name));
+    };
+    {
+        FaultInjector<&SystemCalls::unlink> const stuck({.error = EACCES});
+        expectStays("stuck");
+    }
+    {
+        FaultInjector<&SystemCalls::readlink> const nameless({.error = ENOENT});
+        expectStays("nameless");
+    }
+}
+
+TEST(SharingWithOtherPrograms, isAskedForAnewAfterASignal)
+{
+    TemporaryFolder const folder;
+    folder.write("file", "abc");
+    std::string const path = folder.path("file");
+    ScopedHandle reader;
+    {
+        FaultInjector<&SystemCalls::flock> const flocks({.error = EINTR});
+        FaultInjector<&SystemCalls::lockRange> const marks({.error = EINTR});
+        reader = openFile(path, GENERIC_READ, FILE_SHARE_READ);
+    }
+    EXPECT_FALSE(openFile(path, GENERIC_WRITE)) << "the marks are set";
+    FaultInjector<&SystemCalls::open> const opens({.error = EINTR, .times = 3});
+
+    EXPECT_FAILS(DeleteFileA(path.c_str()), ERROR_SHARING_VIOLATION);
+}
+
 TEST(SharingWithOtherPrograms, goesThroughFlock)
 {
     TemporaryFolder const folder;
@@ -481,6 +629,65 @@ TEST(SharingWithOtherPrograms, holdsAmongProcesses)
         EXPECT_EQ(GetLastError(), ERROR_SHARING_VIOLATION);
         EXPECT_TRUE(openFile(path, GENERIC_READ));
     });
+}
+
+TEST(SharingOfAFileThatMayOnlyBeWritten, isThatOfOthers)
+{
+    TemporaryFolder const folder;
+    folder.write("file", "abc");
+    std::string const path = folder.path("file");
+    auto const openToWrite = [&] { return Descriptor(open(path.c_str(), O_WRONLY | O_CLOEXEC)); };
+    Descriptor const writer = openToWrite();
+    Descriptor const second = openToWrite();
+    Descriptor third = openToWrite();
+    Sharing const sharesWriting = {.access = Sharing::write, .denied = Sharing::read | Sharing::remove};
+
+    EXPECT_EQ(claim(writer.get(), sharesWriting), ERROR_SUCCESS);
+    EXPECT_EQ(claim(second.get(), sharesWriting), ERROR_SUCCESS);
+    EXPECT_EQ(claim(third.get(), {.access = Sharing::write, .denied = Sharing::write}),
+              ERROR_SHARING_VIOLATION);
+    third.reset();
+
+    EXPECT_FAILS(CreateFileA(path.c_str(), GENERIC_READ, sharesAll, nullptr, OPEN_EXISTING, 0, nullptr),
+                 ERROR_SHARING_VIOLATION);
+    EXPECT_TRUE(openFile(path, GENERIC_WRITE));
+    EXPECT_FALSE(openFile(path, GENERIC_WRITE, FILE_SHARE_READ)) << "there are other writers";
+    EXPECT_FAILS(DeleteFileA(path.c_str()), ERROR_SHARING_VIOLATION);
+}
+
+TEST(SharingOfAFileThatMayOnlyBeWritten, hasRoomForManyWritersButNotForAll)
+{
+    TemporaryFolder const folder;
+    folder.write("file", "abc");
+    std::string const path = folder.path("file");
+    std::vector<Descriptor> writers;
+    DWORD error = ERROR_SUCCESS;
+    while (error == ERROR_SUCCESS && writers.size() < 1000) {
+        writers.emplace_back(open(path.c_str(), O_WRONLY | O_CLOEXEC));
+        error = claim(writers.back().get(), {.access = Sharing::write});
+    }
+
+    EXPECT_EQ(error, ERROR_SHARING_VIOLATION);
+    EXPECT_EQ(writers.size(), 257u);
+}
+
+TEST(SharingOfAFileThatMayOnlyBeWritten, holdsForItsUser)
+{
+    TemporaryFolder const folder;
+    folder.write("drop", "abc");
+    std::string const path = folder.path("drop");
+    chmod(folder.path().c_str(), 0777);
+    chmod(path.c_str(), 0222);
+
+    asOrdinaryUser([&] {
+        ScopedHandle const writer = openFile(path, GENERIC_WRITE, FILE_SHARE_READ);
+        EXPECT_TRUE(writer);
+        EXPECT_FAILS(CreateFileA(path.c_str(), GENERIC_WRITE, sharesAll, nullptr, OPEN_EXISTING, 0, nullptr),
+                     ERROR_SHARING_VIOLATION);
+        EXPECT_FAILS(DeleteFileA(path.c_str()), ERROR_SHARING_VIOLATION);
+    });
+
+    EXPECT_TRUE(folder.exists("drop"));
 }
 
 TEST(SharingWithOtherPrograms, isLeftOutWhereTheFileSystemHasNoLocks)

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <memory>
 
 namespace {
 
@@ -336,6 +337,39 @@ TEST_F(Files, areOpenedWithHints)
 
         EXPECT_TRUE(writeText(file.get(), "abc")) << std::hex << hint;
     }
+}
+
+TEST_F(Files, areReadAndWrittenWithoutTheSystemsBuffers)
+{
+    constexpr std::size_t sector = 4096;  // whole ones, and at an address that is a multiple
+    struct alignas(sector) Sector {
+        char bytes[sector];
+    };
+    auto const written = std::make_unique<Sector>();
+    auto const found = std::make_unique<Sector>();
+    std::memset(written->bytes, 'x', sector);
+    ScopedHandle const file = openFile(path("file"), readWrite, 0, CREATE_NEW, FILE_FLAG_NO_BUFFERING);
+    DWORD count = 0;
+
+    EXPECT_TRUE(WriteFile(file.get(), written->bytes, sector, &count, nullptr));
+    EXPECT_EQ(count, sector);
+    EXPECT_EQ(SetFilePointer(file.get(), 0, nullptr, FILE_BEGIN), 0u);
+    EXPECT_TRUE(ReadFile(file.get(), found->bytes, sector, &count, nullptr));
+
+    EXPECT_EQ(count, sector);
+    EXPECT_EQ(std::memcmp(found->bytes, written->bytes, sector), 0);
+}
+
+TEST_F(Files, thatAreToGoWithTheirHandleMayBeEmptyFolders)
+{
+    folder_.makeFolder("sub");
+    ScopedHandle folder = openFile(path("sub"), GENERIC_READ, sharesAll, OPEN_EXISTING,
+                                   FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_DELETE_ON_CLOSE);
+    ASSERT_TRUE(folder);
+
+    folder.close();
+
+    EXPECT_FALSE(folder_.exists("sub"));
 }
 
 TEST_F(Files, canGoWithTheirLastHandle)

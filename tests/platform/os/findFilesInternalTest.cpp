@@ -77,7 +77,7 @@ TEST_F(SearchFailures, areReported)
         expectFindFails("file", ERROR_IO_DEVICE);
     }
     {
-        FaultInjector<&SystemCalls::getcwd> const broken({.error = ENOMEM});
+        FaultInjector<&SystemCalls::realpath> const broken({.error = ENOMEM});
         WIN32_FIND_DATAA entry;
         EXPECT_FAILS(FindFirstFileA(".", &entry), ERROR_NOT_ENOUGH_MEMORY);
     }
@@ -221,6 +221,24 @@ TEST_F(SearchLinks, showWhatTheyLeadTo)
             EXPECT_EQ(entry.dwReserved0, IO_REPARSE_TAG_SYMLINK) << pattern;
         }
         EXPECT_EQ(GetFileAttributesA(path(row.name).c_str()), row.attributes);
+    }
+}
+
+TEST_F(SearchLinks, leadToTheFolderWhoseNameIsGiven)
+{
+    folder_.makeFolder("there");
+    folder_.makeFolder("there/inner");
+    fs::create_directory_symlink("there/inner", path("link"));
+    struct Row {
+        char const* path;
+        char const* name;
+    };
+    Row const rows[] = {{"link/.", "inner"}, {"link/..", "there"}, {"there/inner/..", "there"}};
+    for (Row const& row : rows) {
+        WIN32_FIND_DATAA entry;
+        EXPECT_TRUE(FindClose(FindFirstFileA(path(row.path).c_str(), &entry)));
+
+        EXPECT_STREQ(entry.cFileName, row.name) << row.path;
     }
 }
 

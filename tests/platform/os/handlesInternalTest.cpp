@@ -238,6 +238,25 @@ TEST_F(HandleTable, threadsThatEndHandTheirRecordsOn)
     EXPECT_NE(first, threadRecord());
 }
 
+TEST_F(HandleTable, aPlaceThatIsNotUsedIsGivenBack)
+{
+    auto const object = std::make_shared<Probe>(alive);
+    HANDLE first = nullptr;
+    {
+        HandlePlace const unused;
+        ASSERT_EQ(unused.error(), ERROR_SUCCESS);
+        HandlePlace used;
+        first = used.open(object, true);
+    }
+    DWORD flags = 0;
+
+    EXPECT_EQ(objectOf(first), object);
+    EXPECT_TRUE(GetHandleInformation(first, &flags));
+    EXPECT_EQ(flags, HANDLE_FLAG_INHERIT);
+    EXPECT_TRUE(CloseHandle(first));
+    EXPECT_FAILS(CloseHandle(first), ERROR_INVALID_HANDLE);
+}
+
 TEST_F(HandleTable, growsBeyondItsFirstChunk)
 {
     std::vector<HANDLE> handles(3000);

@@ -20,6 +20,10 @@ TEST(PipeFailures, areReported)
         FaultInjector<&SystemCalls::pipe2> const broken({.error = EMFILE});
         EXPECT_FAILS(CreatePipe(&reader, &writer, nullptr, 0), ERROR_TOO_MANY_OPEN_FILES);
     }
+    {
+        FaultInjector<&SystemCalls::pipe2> const broken({.error = ENFILE});
+        EXPECT_FAILS(CreatePipe(&reader, &writer, nullptr, 0), ERROR_TOO_MANY_OPEN_FILES);
+    }
     char descriptor[64] = {};
     SECURITY_ATTRIBUTES security = {sizeof security, descriptor, FALSE};
     EXPECT_FAILS(CreatePipe(&reader, &writer, &security, 0), ERROR_INVALID_PARAMETER);

@@ -49,6 +49,39 @@ TEST_F(Sharing, allowsASecondOpenerWhatTheFirstAndItselfDoNotDeny)
                 }
 }
 
+TEST_F(Sharing, countsTheRemovalOfAFileAsAUseOfItsOwn)
+{
+    struct Use {
+        DWORD access;
+        DWORD flags;
+    };
+    Use const uses[] = {{0, FILE_FLAG_DELETE_ON_CLOSE},
+                        {GENERIC_READ, 0},
+                        {GENERIC_WRITE, 0},
+                        {GENERIC_READ, FILE_FLAG_DELETE_ON_CLOSE}};
+    auto const permits = [](DWORD sharing, Use const& use) {
+        return (!(use.access & GENERIC_READ) || (sharing & FILE_SHARE_READ)) &&
+            (!(use.access & GENERIC_WRITE) || (sharing & FILE_SHARE_WRITE)) &&
+            (!use.flags || (sharing & FILE_SHARE_DELETE));
+    };
+    for (Use const& one : uses)
+        for (DWORD oneSharing = 0; oneSharing <= sharesAll; ++oneSharing)
+            for (Use const& other : uses)
+                for (DWORD otherSharing = 0; otherSharing <= sharesAll; ++otherSharing) {
+                    folder_.write("file", "abc");
+                    ScopedHandle const first =
+                        openFile(path_, one.access, oneSharing, OPEN_EXISTING, one.flags);
+                    ASSERT_TRUE(first);
+
+                    ScopedHandle const second =
+                        openFile(path_, other.access, otherSharing, OPEN_EXISTING, other.flags);
+
+                    EXPECT_EQ(bool(second), permits(oneSharing, other) && permits(otherSharing, one))
+                        << std::hex << one.access << "/" << one.flags << "/" << oneSharing << " then "
+                        << other.access << "/" << other.flags << "/" << otherSharing;
+                }
+}
+
 TEST_F(Sharing, protectsTheContentFromBeingEmptied)
 {
     ScopedHandle const reader = openFile(path_, GENERIC_READ, FILE_SHARE_READ);

@@ -1,3 +1,5 @@
+#include "platform/os/posix/systemCalls.h"
+#include "tests/support/FaultInjector.h"
 #include "tests/support/ScopedHandle.h"
 #include "tests/support/asOrdinaryUser.h"
 #include "tests/support/expectFails.h"
@@ -18,6 +20,17 @@ TEST(StandardFiles, areNullWhereTheProcessHasNone)
         EXPECT_EQ(GetStdHandle(STD_INPUT_HANDLE), nullptr);
 
         EXPECT_EQ(GetLastError(), poisonedError);
+    });
+}
+
+TEST(StandardFiles, thatCannotBeLookedAtAreAskedForAgain)
+{
+    inChildProcess([] {
+        {
+            FaultInjector<&SystemCalls::fstat> const broken({.error = EIO});
+            EXPECT_FAILS(GetStdHandle(STD_OUTPUT_HANDLE), ERROR_IO_DEVICE);
+        }
+        EXPECT_NE(GetFileType(GetStdHandle(STD_OUTPUT_HANDLE)), FILE_TYPE_UNKNOWN);
     });
 }
 
