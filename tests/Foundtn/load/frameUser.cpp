@@ -1,6 +1,6 @@
 // A module that uses the library from its static objects and when it is asked
 // to, as the application's other modules do. moduleLoadTest loads it.
-#include "tests/Foundtn/util/load/frameUser.h"
+#include "tests/Foundtn/load/frameUser.h"
 
 #include "zk_util.h"
 

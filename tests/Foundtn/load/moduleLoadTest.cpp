@@ -1,5 +1,5 @@
 // The module as a process meets it that is not linked with it.
-#include "tests/Foundtn/util/load/frameUser.h"
+#include "tests/Foundtn/load/frameUser.h"
 #include "tests/support/LoadedModule.h"
 #include "tests/support/ProcessUsage.h"
 
