@@ -43,7 +43,7 @@ namespace zk::os {
 struct ThreadRecord;
 
 /// What a handle refers to. One object may have many handles.
-class ZK_UTIL_API KernelObject {
+class KernelObject {
 public:
     KernelObject() = default;
     KernelObject(KernelObject const&) = delete;
@@ -62,7 +62,7 @@ public:
 
 /// Enters an object into the table. Null with ERROR_TOO_MANY_OPEN_FILES when
 /// the table is full, and with ERROR_NOT_ENOUGH_MEMORY when it cannot grow.
-ZK_UTIL_API HANDLE openHandle(std::shared_ptr<KernelObject> object, bool inheritable) noexcept;
+HANDLE openHandle(std::shared_ptr<KernelObject> object, bool inheritable) noexcept;
 
 /// A place in the table, taken before the work whose result it shall hold: a
 /// full table is then found out while nothing has been done yet.
@@ -94,7 +94,7 @@ private:
 /// The object behind a handle, shared; null with ERROR_INVALID_HANDLE for a
 /// value that is no open handle. For work that may block: the object stays, also
 /// if the handle is closed meanwhile.
-ZK_UTIL_API std::shared_ptr<KernelObject> objectOf(HANDLE handle) noexcept;
+std::shared_ptr<KernelObject> objectOf(HANDLE handle) noexcept;
 
 /// The object behind a handle if it is a T, else null with ERROR_INVALID_HANDLE.
 template <class T>
@@ -210,7 +210,8 @@ zk::os::Pinned<T>::Pinned(HANDLE handle) noexcept : pin_(handle)
     if (!pin_)
         return;
     // The exact type is nearly always meant, and costs one comparison.
-    object_ = typeid(*pin_.get()) == typeid(T) ? static_cast<T*>(pin_.get()) : dynamic_cast<T*>(pin_.get());
+    KernelObject& object = *pin_.get();
+    object_ = typeid(object) == typeid(T) ? static_cast<T*>(&object) : dynamic_cast<T*>(&object);
     if (!object_)
         SetLastError(ERROR_INVALID_HANDLE);
 }
