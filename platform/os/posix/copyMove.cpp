@@ -94,6 +94,8 @@ DWORD errorOfMove(char const* from, char const* to, FileStatus const& source, in
         return ERROR_ALREADY_EXISTS;
     if (error == ENOTDIR && endsInSeparator(to) && !source.isDirectory())
         return ERROR_DIRECTORY;  // a file cannot be called "name/"
+    if (error == EBUSY && (entryOf(from) == "." || entryOf(from) == ".."))
+        return ERROR_SHARING_VIOLATION;  // the folder is in use by the path itself
     return errorOfPath(to, error);
 }
 
@@ -107,7 +109,7 @@ DWORD checkReplaceable(char const* to, FileStatus const& target) noexcept
         return ERROR_ACCESS_DENIED;
     if (!target.isRegular())
         return ERROR_SUCCESS;
-    DWORD const error = checkSharing(to, {.access = Sharing::remove});
+    DWORD const error = checkSharing(to, {.access = Sharing::all, .denied = Sharing::all});
     return error == ERROR_SHARING_VIOLATION ? ERROR_ACCESS_DENIED : error;
 }
 

@@ -30,7 +30,7 @@ ZK_UTIL_API BOOL WINAPI MoveFileA(LPCSTR from, LPCSTR to) noexcept;
 ///
 /// Without MOVEFILE_REPLACE_EXISTING an existing target is
 /// ERROR_ALREADY_EXISTS, with it a folder, a read-only file or one that
-/// somebody has open is ERROR_ACCESS_DENIED. Across file systems a file is
+/// somebody reads or writes, whatever is shared, is ERROR_ACCESS_DENIED. Across file systems a file is
 /// copied and the old one removed, under MOVEFILE_COPY_ALLOWED, else
 /// ERROR_NOT_SAME_DEVICE; a folder is ERROR_ACCESS_DENIED then. The copy is on
 /// the disk before the old file goes; if that cannot be removed, or the new name

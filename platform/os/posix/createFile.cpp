@@ -110,6 +110,8 @@ Descriptor openFor(Request const& request, char const* path, int flags, mode_t m
     if (!request.writes() && !request.empties())
         return open(O_RDONLY);
     Descriptor file = open(O_RDWR);
+    if (!file && errno == EISDIR && request.has(FILE_FLAG_BACKUP_SEMANTICS) && !request.empties())
+        return open(O_RDONLY);  // to write to a folder is to change its times
     if (request.access & GENERIC_READ)
         return file;
     struct stat status;
@@ -119,13 +121,16 @@ Descriptor openFor(Request const& request, char const* path, int flags, mode_t m
     return file;
 }
 
-// A separator at the end means a folder, which is never created here.
+// A separator at the end means a folder, which is never created here. Gives 0 if it is there to be opened.
 DWORD errorOfFolderPath(Request const& request) noexcept
 {
     FileStatus status;
     if (DWORD const error = statusOf(request.path, status))
         return error == ERROR_FILE_NOT_FOUND && request.creates() ? ERROR_INVALID_NAME : error;
-    return request.disposition == CREATE_NEW ? ERROR_FILE_EXISTS : ERROR_ACCESS_DENIED;
+    bool const mayBeFolder = request.has(FILE_FLAG_BACKUP_SEMANTICS);
+    if (request.disposition == CREATE_NEW || (mayBeFolder && request.empties()))
+        return ERROR_FILE_EXISTS;
+    return mayBeFolder ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
 }
 
 // Where a link says that it leads, as seen from the current directory; the path itself if it is no link.
@@ -160,6 +165,8 @@ DWORD createOrOpen(Request const& request, Descriptor& file, bool& existed)
         existed = bool(file);
         if (existed)
             return ERROR_SUCCESS;
+        if (errno == EISDIR && request.has(FILE_FLAG_BACKUP_SEMANTICS))
+            return ERROR_FILE_EXISTS;  // a folder cannot be emptied
         if (errno != ENOENT || !request.creates())
             return errorOfPath(path.c_str(), errno);
         // It vanished meanwhile, or it is a link that leads nowhere yet: the file is to come where that leads.
@@ -225,8 +232,12 @@ DWORD createFile(Request const& request, bool inheritable, HANDLE& handle)
 {
     if (DWORD const error = check(request))
         return error;
-    if (endsInSeparator(request.path) && !(request.has(FILE_FLAG_BACKUP_SEMANTICS) && !request.creates()))
-        return errorOfFolderPath(request);
+    Request opening = request;
+    if (endsInSeparator(request.path)) {
+        if (DWORD const error = errorOfFolderPath(request))
+            return error;
+        opening.disposition = OPEN_EXISTING;
+    }
     HandlePlace place;
     if (place.error())
         return place.error();
@@ -234,7 +245,7 @@ DWORD createFile(Request const& request, bool inheritable, HANDLE& handle)
 
     Descriptor descriptor;
     bool existed = false;
-    if (DWORD const error = createOrOpen(request, descriptor, existed))
+    if (DWORD const error = createOrOpen(opening, descriptor, existed))
         return error;
     file->attach(std::move(descriptor));
     if (DWORD const error = prepare(request, *file, existed)) {

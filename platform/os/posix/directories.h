@@ -18,7 +18,8 @@ ZK_UTIL_API BOOL WINAPI CreateDirectoryA(LPCSTR name, LPSECURITY_ATTRIBUTES secu
 /// ERROR_DIR_NOT_EMPTY, and ERROR_DIRECTORY for what is no folder.
 ZK_UTIL_API BOOL WINAPI RemoveDirectoryA(LPCSTR name) noexcept;
 
-/// Removes a file or a symbolic link.
+/// Removes a file or a symbolic link. Its name is gone at once, also while
+/// handles that share the deletion are still open.
 ///
 /// ERROR_ACCESS_DENIED for a folder, a link to one, and a read-only file;
 /// ERROR_SHARING_VIOLATION while somebody has it open without FILE_SHARE_DELETE.

@@ -118,11 +118,23 @@ void FileObject::removeFile() noexcept
         mine.isDirectory() ? systemCalls().rmdir(path) : systemCalls().unlink(path);
 }
 
+// Whether the writers of a pipe are gone, and nothing of theirs is left.
+bool FileObject::isAtEndOfPipe() noexcept
+{
+    pollfd state = {descriptor(), POLLIN, 0};
+    int const count = uninterrupted([&] { return systemCalls().poll(&state, 1, 0); });
+    return count == 1 && (state.revents & POLLHUP) && !(state.revents & POLLIN);
+}
+
 DWORD FileObject::read(void* buffer, DWORD length, DWORD& done) noexcept
 {
     done = 0;
     if (!allows(reads))
         return ERROR_ACCESS_DENIED;
+    if (S_ISDIR(type_))
+        return ERROR_INVALID_FUNCTION;
+    if (length == 0 && S_ISFIFO(type_) && isAtEndOfPipe())
+        return ERROR_BROKEN_PIPE;
     auto* const bytes = static_cast<char*>(buffer);
     while (done < length) {
         std::size_t const wanted = std::min<std::size_t>(length - done, mostAtOnce);
@@ -144,6 +156,8 @@ DWORD FileObject::write(void const* buffer, DWORD length, DWORD& done) noexcept
     done = 0;
     if (!allows(writes | appends))
         return ERROR_ACCESS_DENIED;
+    if (S_ISDIR(type_))
+        return ERROR_INVALID_HANDLE;
     auto const* const bytes = static_cast<char const*>(buffer);
     auto const writeAll = [&]() noexcept -> DWORD {
         while (done < length) {
@@ -207,7 +221,7 @@ DWORD FileObject::size(LONGLONG& bytes) noexcept
 
 DWORD FileObject::flush() noexcept
 {
-    if (!isRegular() && !S_ISBLK(type_))
+    if (!isRegular() && !S_ISBLK(type_) && !S_ISDIR(type_))
         return ERROR_SUCCESS;  // nothing is kept back
     if (!allows(writes | appends))
         return ERROR_ACCESS_DENIED;

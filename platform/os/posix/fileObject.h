@@ -69,6 +69,7 @@ private:
     };
 
     void removeFile() noexcept;
+    bool isAtEndOfPipe() noexcept;
     DWORD setLock(Range range, short type) noexcept;
 
     Descriptor descriptor_;

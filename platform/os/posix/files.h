@@ -55,7 +55,7 @@ using LPOVERLAPPED = OVERLAPPED*;
 /// Supplied: the access values above, all sharing and creation values, the
 /// attributes normal, read-only, temporary (which changes nothing) and archive,
 /// and the flags above; FILE_FLAG_BACKUP_SEMANTICS opens a folder for its
-/// attributes and times. What others deny or what the sharing asked for forbids
+/// attributes and times, which with CREATE_ALWAYS is ERROR_FILE_EXISTS. What others deny or what the sharing asked for forbids
 /// gives ERROR_SHARING_VIOLATION. Among users of this library the rule is exact;
 /// other programs take part through flock (see docs/platform.md).
 ///
@@ -72,7 +72,8 @@ ZK_UTIL_API HANDLE WINAPI CreateFileA(LPCSTR name, DWORD access, DWORD sharing,
 /// Reads up to `length` bytes at the file's position; `*done` is their number.
 ///
 /// At the end of a file TRUE with 0 bytes; a pipe gives what is there, and
-/// ERROR_BROKEN_PIPE once its writers are gone. `overlapped` must be null.
+/// ERROR_BROKEN_PIPE once its writers are gone. Of a folder
+/// ERROR_INVALID_FUNCTION. `overlapped` must be null.
 ZK_UTIL_API BOOL WINAPI ReadFile(HANDLE file, LPVOID buffer, DWORD length, LPDWORD done,
                                  LPOVERLAPPED overlapped) noexcept;
 

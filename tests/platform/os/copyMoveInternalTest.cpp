@@ -315,6 +315,17 @@ TEST_F(MoveFailures, areReported)
     EXPECT_EQ(folder_.read("from"), content);
 }
 
+TEST_F(MoveFailures, areWhatTheNamesForAFolderAndItsParentGive)
+{
+    folder_.makeFolder("sub");
+    folder_.makeFolder("sub/inner");
+
+    EXPECT_FAILS(move(0, "sub/.", "to"), ERROR_SHARING_VIOLATION);
+    EXPECT_FAILS(move(0, "sub/inner/..", "to"), ERROR_SHARING_VIOLATION);
+
+    EXPECT_TRUE(folder_.exists("sub/inner"));
+}
+
 TEST_F(MoveFailures, meetATargetThatCameMeanwhile)
 {
     BeforeCall<&SystemCalls::renameat2> const race([this] { folder_.write("to", "other"); });

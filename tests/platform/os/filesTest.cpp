@@ -360,6 +360,55 @@ TEST_F(Files, areReadAndWrittenWithoutTheSystemsBuffers)
     EXPECT_EQ(std::memcmp(found->bytes, written->bytes, sector), 0);
 }
 
+TEST_F(Files, mayBeFoldersWhoseTimesAreSet)
+{
+    folder_.makeFolder("sub");
+    FILETIME const written = {0, 0x01C00000};
+    FILETIME found = {};
+    char buffer[4];
+    DWORD count = 99;
+    ScopedHandle const folder =
+        openFile(path("sub"), readWrite, sharesAll, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
+    ASSERT_TRUE(folder);
+
+    EXPECT_SUCCEEDS(SetFileTime(folder.get(), nullptr, nullptr, &written));
+    EXPECT_SUCCEEDS(GetFileTime(folder.get(), nullptr, nullptr, &found));
+
+    EXPECT_EQ(CompareFileTime(&found, &written), 0);
+    EXPECT_FAILS(ReadFile(folder.get(), buffer, 4, &count, nullptr), ERROR_INVALID_FUNCTION);
+    EXPECT_FAILS(WriteFile(folder.get(), "abcd", 4, &count, nullptr), ERROR_INVALID_HANDLE);
+    ScopedHandle const reader =
+        openFile(path("sub"), GENERIC_READ, sharesAll, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
+    EXPECT_FAILS(FlushFileBuffers(reader.get()), ERROR_ACCESS_DENIED);
+}
+
+TEST_F(Files, mayBeFoldersThatAreThereButNeverNewOnes)
+{
+    folder_.makeFolder("sub");
+    struct Row {
+        char const* name;
+        DWORD disposition;
+        DWORD error;
+        bool isOpened;
+    };
+    Row const rows[] = {
+        {"sub", CREATE_NEW, ERROR_FILE_EXISTS, false},   {"sub", CREATE_ALWAYS, ERROR_FILE_EXISTS, false},
+        {"sub", OPEN_EXISTING, ERROR_SUCCESS, true},     {"sub", OPEN_ALWAYS, ERROR_ALREADY_EXISTS, true},
+        {"sub/", CREATE_NEW, ERROR_FILE_EXISTS, false},  {"sub/", CREATE_ALWAYS, ERROR_FILE_EXISTS, false},
+        {"sub/", OPEN_EXISTING, ERROR_SUCCESS, true},    {"sub/", OPEN_ALWAYS, ERROR_ALREADY_EXISTS, true},
+        {"new/", CREATE_NEW, ERROR_INVALID_NAME, false}, {"new/", OPEN_ALWAYS, ERROR_INVALID_NAME, false}};
+    for (Row const& row : rows) {
+        SetLastError(zk::test::poisonedError);
+
+        ScopedHandle const folder =
+            openFile(path(row.name), GENERIC_READ, sharesAll, row.disposition, FILE_FLAG_BACKUP_SEMANTICS);
+
+        DWORD const error = GetLastError();
+        EXPECT_EQ(bool(folder), row.isOpened) << row.name << " " << row.disposition;
+        EXPECT_EQ(error, row.error) << row.name << " " << row.disposition;
+    }
+}
+
 TEST_F(Files, thatAreToGoWithTheirHandleMayBeEmptyFolders)
 {
     folder_.makeFolder("sub");

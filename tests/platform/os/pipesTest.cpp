@@ -47,10 +47,12 @@ TEST_F(Pipes, endWhenTheWritersAreGone)
     writeText(writer_.get(), "q");
     writer_.close();
 
+    EXPECT_SUCCEEDS(ReadFile(reader_.get(), buffer, 0, &count, nullptr));
     EXPECT_TRUE(ReadFile(reader_.get(), buffer, sizeof buffer, &count, nullptr));
     EXPECT_EQ(count, 1u);
     EXPECT_FAILS(ReadFile(reader_.get(), buffer, sizeof buffer, &count, nullptr), ERROR_BROKEN_PIPE);
     EXPECT_EQ(count, 0u);
+    EXPECT_FAILS(ReadFile(reader_.get(), buffer, 0, &count, nullptr), ERROR_BROKEN_PIPE);
 }
 
 TEST_F(Pipes, takeNothingWhenTheReadersAreGone)

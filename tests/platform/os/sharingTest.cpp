@@ -126,6 +126,11 @@ TEST_F(Sharing, mayAllowAFileToBeDeleted)
 TEST_F(Sharing, keepsAFileFromBeingReplaced)
 {
     folder_.write("new", "new");
+    {
+        ScopedHandle const generous = openFile(path_, GENERIC_READ, sharesAll);
+        EXPECT_FAILS(MoveFileExA(folder_.path("new").c_str(), path_.c_str(), MOVEFILE_REPLACE_EXISTING),
+                     ERROR_ACCESS_DENIED);
+    }
     ScopedHandle const reader = openFile(path_, GENERIC_READ, FILE_SHARE_READ);
 
     EXPECT_FAILS(MoveFileExA(folder_.path("new").c_str(), path_.c_str(), MOVEFILE_REPLACE_EXISTING),
