@@ -26,7 +26,7 @@ public:
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
-    std::string const text(reinterpret_cast<char const*>(data), size);
+    CString const text(reinterpret_cast<char const*>(data), int(size));
     std::ostringstream messages;
     modelgen::Model model;
     modelgen::Report report(messages);

@@ -3,6 +3,9 @@
 #include "examples/modelgen/cppValues.h"
 
 #include <algorithm>
+#include <string>
+#include <unordered_set>
+#include <utility>
 
 namespace modelgen {
 
@@ -65,9 +68,7 @@ CString withoutTrailingBar(CString name)
 
 CString slot(CString const& name, std::size_t parameters)
 {
-    CString text;
-    text.Format("%s/%d", name, int(parameters));
-    return text;
+    return name + "/" + CString(std::string_view(std::to_string(parameters)));
 }
 
 bool startsLikeQuestion(CString const& name)
@@ -79,12 +80,29 @@ bool startsLikeQuestion(CString const& name)
 }  // namespace
 
 struct CppMembers::Work {
+    Work(CppClass& planned, CppSubstitution parameters) : planned(planned), parameters(std::move(parameters))
+    {
+    }
+
+    CppFunction* functionAt(CString const& slot)
+    {
+        auto const* const known = slots.PLookup(slot);
+        return known ? &planned.functions[known->value] : nullptr;
+    }
+    void add(CppFunction function)
+    {
+        slots.SetAt(slot(function.name, function.parameters.size()), planned.functions.size());
+        identifiers.reserve(function.name);
+        planned.functions.push_back(std::move(function));
+    }
+
     CppClass& planned;
     CppSubstitution parameters;
-    UniqueNames identifiers;                         // of all that stands in the class
-    std::unordered_map<CString, std::size_t> slots;  // functions by name and number of parameters
-    std::unordered_map<CString, Attribute const*> attributes;
-    std::unordered_set<CString> roles;
+    UniqueNames identifiers;  // of all that stands in the class
+    CMap<CString, CString const&, std::size_t, std::size_t>
+        slots;  // functions by name and number of parameters
+    CMap<CString, CString const&, Attribute const*, Attribute const*> attributes;
+    NameSet roles;
 };
 
 CppMembers::CppMembers(Model const& model, CppNames const& names, CppTypes const& types, Report& report,
@@ -93,7 +111,7 @@ CppMembers::CppMembers(Model const& model, CppNames const& names, CppTypes const
 {
     for (CppClass const& planned : classes)
         for (CppFunction const& function : planned.functions)
-            operationNames_.insert(function.name);
+            operationNames_.SetAt(function.name, true);
 }
 
 void CppMembers::plan(CppClass& planned)
@@ -101,13 +119,15 @@ void CppMembers::plan(CppClass& planned)
     Classifier const& classifier = *planned.classifier;
     if (classifier.kind == Kind::isEnum)
         return;
-    Work work{planned, substitutionOf(classifier, names_), {}, {}, {}, {}};
+    Work work(planned, substitutionOf(classifier, names_));
     work.identifiers.reserve(names_.of(classifier).name);
     for (CString const& parameter : planned.typeParameters)
         work.identifiers.reserve(parameter);
     for (std::size_t i = 0; i < planned.functions.size(); ++i) {
         work.identifiers.reserve(planned.functions[i].name);
-        work.slots.emplace(slot(planned.functions[i].name, planned.functions[i].parameters.size()), i);
+        CString const own = slot(planned.functions[i].name, planned.functions[i].parameters.size());
+        if (!work.slots.PLookup(own))
+            work.slots.SetAt(own, i);
     }
     for (Attribute const& attribute : classifier.attributes)
         planAttribute(work, attribute);
@@ -141,10 +161,11 @@ void CppMembers::need(CppClass& planned, CppNeeds const& needs, bool isStatic) c
 void CppMembers::planAttribute(Work& work, Attribute const& attribute)
 {
     Classifier const& classifier = *work.planned.classifier;
-    if (!work.attributes.emplace(attribute.name, &attribute).second) {
+    if (work.attributes.PLookup(attribute.name)) {
         report_.warning(attribute.place, quoted(attribute.name) + " is an attribute already: passed over");
         return;
     }
+    work.attributes.SetAt(attribute.name, &attribute);
     CString const identifier = cppIdentifier(attribute.name);
     if (withoutTrailingBar(identifier) != withoutTrailingBar(attribute.name))
         report_.warning(attribute.place,
@@ -196,14 +217,13 @@ void CppMembers::planAttribute(Work& work, Attribute const& attribute)
 
 bool CppMembers::isFree(Work const& work, CString const& name, std::size_t parameters) const
 {
-    return work.slots.count(slot(name, parameters)) == 0 &&
-        name != names_.of(*work.planned.classifier).name && !names_.isTypeName(name) &&
-        !inheritsOperation(work.planned, name);
+    return !work.slots.PLookup(slot(name, parameters)) && name != names_.of(*work.planned.classifier).name &&
+        !names_.isTypeName(name) && !inheritsOperation(work.planned, name);
 }
 
 bool CppMembers::inheritsOperation(CppClass const& planned, CString const& name) const
 {
-    if (operationNames_.count(name) == 0)
+    if (!operationNames_.PLookup(name))
         return false;
     std::vector<Classifier const*> open{planned.classifier};
     std::unordered_set<Classifier const*> seen;
@@ -225,9 +245,8 @@ bool CppMembers::inheritsOperation(CppClass const& planned, CString const& name)
 void CppMembers::addGetter(Work& work, CppMember const& member, CppType const& type, CString const& name,
                            CString const& returned, Visibility visibility)
 {
-    auto const existing = work.slots.find(slot(name, 0));
-    if (existing != work.slots.end()) {
-        CppFunction& function = work.planned.functions[existing->second];
+    if (CppFunction* const existing = work.functionAt(slot(name, 0))) {
+        CppFunction& function = *existing;
         if (function.canonicalResult == type.canonical && !function.isConstructor &&
             function.body.IsEmpty() && (member.isStatic || !function.isStatic))
             function.body = "return " + returned + ";";
@@ -241,17 +260,14 @@ void CppMembers::addGetter(Work& work, CppMember const& member, CppType const& t
     getter.isStatic = member.isStatic;
     getter.isConst = !member.isStatic;
     getter.body = "return " + returned + ";";
-    work.slots.emplace(slot(name, 0), work.planned.functions.size());
-    work.identifiers.reserve(name);
-    work.planned.functions.push_back(std::move(getter));
+    work.add(std::move(getter));
 }
 
 void CppMembers::addSetter(Work& work, CppMember const& member, CppType const& type, CString const& name,
                            Visibility visibility)
 {
-    auto const existing = work.slots.find(slot(name, 1));
-    if (existing != work.slots.end()) {
-        CppFunction& function = work.planned.functions[existing->second];
+    if (CppFunction* const existing = work.functionAt(slot(name, 1))) {
+        CppFunction& function = *existing;
         if (function.canonicalResult == "void" && function.parameters[0].canonical == type.canonical &&
             function.body.IsEmpty() && !function.isConst && (member.isStatic || !function.isStatic))
             function.body = member.name + " = " + function.parameters[0].name + ";";
@@ -265,9 +281,7 @@ void CppMembers::addSetter(Work& work, CppMember const& member, CppType const& t
     setter.isStatic = member.isStatic;
     setter.parameters.push_back({type.text, type.isSmall() ? "" : " const&", type.canonical, "value", {}});
     setter.body = member.name + " = value;";
-    work.slots.emplace(slot(name, 1), work.planned.functions.size());
-    work.identifiers.reserve(name);
-    work.planned.functions.push_back(std::move(setter));
+    work.add(std::move(setter));
 }
 
 void CppMembers::planRole(Work& work, Role const& role)
@@ -287,18 +301,18 @@ void CppMembers::planRole(Work& work, Role const& role)
         if (role.isMany)
             name = pluralOf(name);
     }
-    auto const attribute = work.attributes.find(name);
-    if (attribute != work.attributes.end()) {
+    auto const* const attribute = work.attributes.PLookup(name);
+    if (attribute) {
         std::vector<Classifier const*> mentioned;
-        collectMentioned(model_, *classifier.package, attribute->second->type, mentioned);
+        collectMentioned(model_, *classifier.package, attribute->value->type, mentioned);
         if (std::find(mentioned.begin(), mentioned.end(), &target) != mentioned.end())
             return;  // the attribute says the same
     }
-    if (!role.name.IsEmpty() && (attribute != work.attributes.end() || work.roles.count(name) > 0)) {
+    if (!role.name.IsEmpty() && (attribute || work.roles.PLookup(name))) {
         report_.warning(role.place, quoted(name) + " is an attribute or a role already: passed over");
         return;
     }
-    work.roles.insert(name);
+    work.roles.SetAt(name, true);
     CString const identifier = cppIdentifier(name);
     if (!role.name.IsEmpty() && identifier != name)
         report_.warning(role.place,
@@ -369,9 +383,7 @@ void CppMembers::addToMany(Work& work, CppMember const& member, CppType const& e
         adder.body = member.name + " = std::move(value);";
     if (isOwned)
         work.planned.sourceNeeds.standardHeaders.insert("utility");
-    work.slots.emplace(slot(adder.name, 1), work.planned.functions.size());
-    work.identifiers.reserve(adder.name);
-    work.planned.functions.push_back(std::move(adder));
+    work.add(std::move(adder));
 }
 
 }  // namespace modelgen

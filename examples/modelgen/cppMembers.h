@@ -38,7 +38,7 @@ private:
     CppTypes const& types_;
     Report& report_;
     CppClasses const& classes_;
-    std::unordered_set<CString> operationNames_;  // of all classes
+    NameSet operationNames_;  // of all classes
 };
 
 }  // namespace modelgen

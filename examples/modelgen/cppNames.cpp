@@ -4,6 +4,7 @@
 #include "examples/modelgen/pumlLine.h"
 
 #include <cstdint>
+#include <utility>
 
 namespace modelgen {
 
@@ -92,16 +93,22 @@ CString cppIdentifier(CString const& text)
     return name;
 }
 
+bool UniqueNames::take(CString const& name)
+{
+    bool& isTaken = taken_[name];
+    return !std::exchange(isTaken, true);
+}
+
 CString UniqueNames::claim(CString const& wanted)
 {
-    if (taken_.insert(wanted).second)
+    if (take(wanted))
         return wanted;
     int& number = lastNumber_[wanted];
     number = number == 0 ? 1 : number;
     for (;;) {
         CString next;
         next.Format("%s%d", wanted, ++number);
-        if (taken_.insert(next).second)
+        if (take(next))
             return next;
     }
 }
@@ -115,7 +122,7 @@ CString CppNames::choose(CString const& name, UniqueNames& scope, bool isGlobal,
     identifier = scope.claim(identifier);
     if (identifier != name)
         report_.warning(place, CString(what) + quoted(name) + " is called " + identifier + " in code");
-    typeNames_.insert(identifier);
+    typeNames_.SetAt(identifier, true);
     return identifier;
 }
 
@@ -140,7 +147,7 @@ CppNames::CppNames(Model const& model, Report& report) : report_(report)
     std::vector<UniqueNames> scopes(model.packages().size());
     std::vector<UniqueNames> folders(model.packages().size());
     // A member called so would hide what generated code calls by this name.
-    typeNames_.insert("std");
+    typeNames_.SetAt("std", true);
 
     // Classes come first: a package that is called like a class beside it gives way.
     std::vector<CString> fileStems;
@@ -154,7 +161,7 @@ CppNames::CppNames(Model const& model, Report& report) : report_(report)
 
     std::vector<CString> paths(1);
     std::vector<CString> tops(1);  // the outermost namespace of each package
-    std::unordered_set<CString> innerNames;
+    NameSet innerNames;
     namespaces_.emplace_back();
     for (std::size_t i = 1; i < model.packages().size(); ++i) {  // parents stand before their children
         Package const& package = model.packages()[i];
@@ -165,17 +172,17 @@ CppNames::CppNames(Model const& model, Report& report) : report_(report)
         paths.push_back(paths[parent] + folder + "/");
         tops.push_back(parent == 0 ? name : tops[parent]);
         if (parent != 0)
-            innerNames.insert(name);
+            innerNames.SetAt(name, true);
     }
     for (CppPlace const& place : places_)
-        innerNames.insert(place.name);
+        innerNames.SetAt(place.name, true);
     for (Classifier const& classifier : model.classifiers()) {
         std::size_t const package = std::size_t(classifier.package->index);
         CppPlace& place = places_[std::size_t(classifier.index)];
         place.stem = paths[package] + fileStems[std::size_t(classifier.index)];
         CString const& top = package == 0 ? place.name : tops[package];
         // Where the first part means something else in some scope, only a name from the very top is clear.
-        bool const isUnclear = package == 0 || innerNames.count(top) > 0;
+        bool const isUnclear = package == 0 || innerNames.PLookup(top) != nullptr;
         place.qualified =
             (isUnclear ? "::" : "") + namespaces_[package] + (package == 0 ? "" : "::") + place.name;
     }

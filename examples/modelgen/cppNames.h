@@ -9,26 +9,25 @@
 #include "examples/modelgen/model.h"
 #include "examples/modelgen/report.h"
 
-#include <unordered_set>
-
 namespace modelgen {
 
 /// An identifier of ASCII letters, digits and single underscores, at most 120 long: never a keyword, never a macro
 /// of a standard header, never reserved to the compiler. The same text gives the same identifier on every machine.
 CString cppIdentifier(CString const& text);
 
-/// `wanted`, or if `taken` holds it already the first of "wanted2", "wanted3", ... that it doesn't hold; adds the
-/// result to `taken`. With `hints`, which remembers the last number given for a name, many equal names cost no
-/// search.
+/// Names of which none is given twice. Remembers the last number given for a name: many equal ones cost no search.
 class UniqueNames {
 public:
-    void reserve(CString const& name) { taken_.insert(name); }
-    bool isTaken(CString const& name) const { return taken_.count(name) > 0; }
+    void reserve(CString const& name) { taken_.SetAt(name, true); }
+    bool isTaken(CString const& name) const { return taken_.PLookup(name) != nullptr; }
+    /// Takes `wanted`, or if it is taken the first of "wanted2", "wanted3", ... that is free.
     CString claim(CString const& wanted);
 
 private:
-    std::unordered_set<CString> taken_;
-    std::unordered_map<CString, int> lastNumber_;
+    bool take(CString const& name);
+
+    NameSet taken_;
+    CMap<CString, CString const&, int, int> lastNumber_;
 };
 
 /// Where the code of a classifier goes.
@@ -51,7 +50,7 @@ public:
         return namespaces_[std::size_t(package.index)];
     }
     /// Whether any class or namespace has this identifier: no member may have it then.
-    bool isTypeName(CString const& identifier) const { return typeNames_.count(identifier) > 0; }
+    bool isTypeName(CString const& identifier) const { return typeNames_.PLookup(identifier) != nullptr; }
 
 private:
     CString choose(CString const& name, UniqueNames& scope, bool isGlobal, Place place, char const* what);
@@ -60,7 +59,7 @@ private:
     Report& report_;
     std::vector<CppPlace> places_;
     std::vector<CString> namespaces_;
-    std::unordered_set<CString> typeNames_;
+    NameSet typeNames_;
 };
 
 }  // namespace modelgen

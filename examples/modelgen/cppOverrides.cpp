@@ -3,6 +3,8 @@
 #include "examples/modelgen/pumlLine.h"
 
 #include <algorithm>
+#include <unordered_set>
+#include <utility>
 
 namespace modelgen {
 
@@ -58,7 +60,7 @@ public:
             Replacements replacements;
         };
         std::vector<Step> steps;
-        std::unordered_set<CString> seen;
+        NameSet seen;
         steps.push_back({&derived, {}});
         for (std::size_t i = 0; i < steps.size(); ++i) {
             CppClass& current = *steps[i].at;
@@ -74,7 +76,7 @@ public:
                     way += "," + argument;
                     replacements.emplace_back(base.typeParameters[p], std::move(argument));
                 }
-                if (seen.insert(way).second)
+                if (!std::exchange(seen[way], true))
                     steps.push_back({&base, std::move(replacements)});
             }
         }
@@ -82,7 +84,7 @@ public:
 
     std::vector<CString> const& keys() const { return keys_; }
     std::vector<Inherited>& group(CString const& key) { return groups_[key]; }
-    bool has(CString const& key) const { return groups_.count(key) > 0; }
+    bool has(CString const& key) const { return groups_.PLookup(key) != nullptr; }
 
 private:
     void addFunctions(CppClass& base, Replacements const& replacements)
@@ -108,7 +110,7 @@ private:
 
     CppClasses& classes_;
     std::vector<CString> keys_;
-    std::unordered_map<CString, std::vector<Inherited>> groups_;
+    CMap<CString, CString const&, std::vector<Inherited>, std::vector<Inherited> const&> groups_;
 };
 
 // Those of a group that no other one of it overrides.
@@ -211,7 +213,7 @@ void resolveOverrides(CppClass& planned, CppClasses& classes, Report& report)
     Collector inherited(classes);
     inherited.collect(planned);
 
-    std::unordered_set<CString> own;
+    NameSet own;
     auto const isLost = [&](CppFunction& function) {
         if (function.isConstructor || !inherited.has(function.key))
             return false;
@@ -221,7 +223,7 @@ void resolveOverrides(CppClass& planned, CppClasses& classes, Report& report)
                                " is static but overrides an inherited one: passed over");
             return true;
         }
-        own.insert(function.key);
+        own.SetAt(function.key, true);
         overrideWith(function, inherited.group(function.key), planned, report);
         return false;
     };
@@ -230,7 +232,7 @@ void resolveOverrides(CppClass& planned, CppClasses& classes, Report& report)
 
     bool const isConcrete = classifier.kind != Kind::isInterface && !classifier.isAbstract;
     for (CString const& key : inherited.keys()) {
-        if (own.count(key) > 0)
+        if (own.PLookup(key))
             continue;
         std::vector<Inherited>& group = inherited.group(key);
         bool const isAnyVirtual = std::any_of(group.begin(), group.end(),

@@ -4,6 +4,9 @@
 #include "examples/modelgen/cppOverrides.h"
 #include "examples/modelgen/cppValues.h"
 
+#include <unordered_set>
+#include <utility>
+
 namespace modelgen {
 
 CppSubstitution substitutionOf(Classifier const& classifier, CppNames const& names)
@@ -88,7 +91,7 @@ void CppProgram::planClass(Classifier const& classifier)
     for (auto const& parameter : parameters)
         planned.typeParameters.push_back(parameter.second);
     planBases(planned, parameters);
-    std::unordered_set<CString> keys;
+    NameSet keys;
     for (Operation const& operation : classifier.operations)
         planOperation(planned, operation, parameters, keys);
     for (Classifier const* const used : classifier.dependencies)
@@ -143,7 +146,7 @@ void CppProgram::planBases(CppClass& planned, CppSubstitution const& parameters)
 }
 
 void CppProgram::planOperation(CppClass& planned, Operation const& operation,
-                               CppSubstitution const& parameters, std::unordered_set<CString>& keys)
+                               CppSubstitution const& parameters, NameSet& keys)
 {
     Classifier const& classifier = *planned.classifier;
     if (operation.name[0] == '~')
@@ -230,7 +233,7 @@ void CppProgram::planOperation(CppClass& planned, Operation const& operation,
         }
     }
     function.key = keyOf(function);
-    if (!keys.insert(function.key).second) {
+    if (std::exchange(keys[function.key], true)) {
         report_.warning(operation.place,
                         CString("operation ") + quoted(operation.name) +
                             " is there with the same parameters already: passed over");

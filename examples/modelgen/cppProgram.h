@@ -69,7 +69,7 @@ private:
     void planClass(Classifier const& classifier);
     void planBases(CppClass& planned, CppSubstitution const& parameters);
     void planOperation(CppClass& planned, Operation const& operation, CppSubstitution const& parameters,
-                       std::unordered_set<CString>& keys);
+                       NameSet& keys);
     std::vector<Classifier const*> basesFirst() const;
 
     Model const& model_;

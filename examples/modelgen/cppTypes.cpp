@@ -1,6 +1,6 @@
 #include "examples/modelgen/cppTypes.h"
 
-#include "examples/modelgen/pumlLine.h"
+#include "text/stringHelpers.h"
 
 #include <string_view>
 
@@ -10,7 +10,7 @@ namespace {
 
 // Names are compared in lower case and without "std::".
 struct KnownType {
-    std::string_view name;
+    char const* name;
     char const* text;
     char const* header;
     CppCategory category;
@@ -134,18 +134,16 @@ constexpr KnownType knownTypes[] = {
 
 KnownType const* findKnown(CString const& name)
 {
-    static auto const table = [] {
-        std::unordered_map<std::string_view, KnownType const*> made;
+    static CMap<CString, CString const&, KnownType const*, KnownType const*> table;
+    if (table.IsEmpty())
         for (KnownType const& known : knownTypes)
-            made.emplace(known.name, &known);
-        return made;
-    }();
+            table.SetAt(known.name, &known);
     CString lower = name;
     lower.MakeLower();
-    if (lower.view().substr(0, 5) == "std::")
-        lower = lower.Mid(5);
-    auto const found = table.find(lower.view());
-    return found == table.end() ? nullptr : found->second;
+    advanceIfStartsWith(lower, "std::");
+    KnownType const* found = nullptr;
+    table.Lookup(lower, found);
+    return found;
 }
 
 // The types of the members of a structure that must be complete where it is defined.
@@ -188,7 +186,7 @@ CppTypes::CppTypes(Model const& model, CppNames const& names, Report& report)
 {
     for (Classifier const& classifier : model.classifiers())
         for (Literal const& literal : classifier.literals)
-            literals_[std::size_t(classifier.index)].insert(literal.name);
+            literals_[std::size_t(classifier.index)].SetAt(literal.name, true);
     findValues();
 }
 

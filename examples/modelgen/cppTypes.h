@@ -11,7 +11,6 @@
 #include "examples/modelgen/report.h"
 
 #include <set>
-#include <unordered_set>
 #include <utility>
 
 namespace modelgen {
@@ -73,7 +72,7 @@ public:
 
     bool hasLiteral(Classifier const& enumeration, CString const& name) const
     {
-        return literals_[std::size_t(enumeration.index)].count(name) > 0;
+        return literals_[std::size_t(enumeration.index)].PLookup(name) != nullptr;
     }
     CppNames const& names() const { return names_; }
 
@@ -87,7 +86,7 @@ private:
     CppNames const& names_;
     Report& report_;
     std::vector<bool> isValue_;
-    std::vector<std::unordered_set<CString>> literals_;  // by the index of their enumeration
+    std::vector<NameSet> literals_;  // by the index of their enumeration
 };
 
 }  // namespace modelgen

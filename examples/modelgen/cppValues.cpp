@@ -70,7 +70,7 @@ std::optional<CString> floatingLiteral(std::string_view text)
         std::from_chars(unsignedText.data(), unsignedText.data() + unsignedText.size(), value);
     if (fault != std::errc() || end != unsignedText.data() + unsignedText.size() || value > 1e37)
         return std::nullopt;
-    CString literal = textOf(text[0] == '+' ? unsignedText : text);
+    CString literal = CString(text[0] == '+' ? unsignedText : text);
     if (literal.FindOneOf(".eE") < 0)
         literal += ".0";
     return literal;
@@ -105,7 +105,7 @@ std::optional<CString> cppInteger(std::string_view text, int bits)
         return std::nullopt;
     if (usable < 64 && value >> usable != 0)
         return std::nullopt;
-    CString literal = textOf(prefix) + textOf(digits);
+    CString literal = CString(prefix) + CString(digits);
     if (isNegative)
         literal = CString("-") + literal;
     if (bits > 0 && value >> 31 != 0)

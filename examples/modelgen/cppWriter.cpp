@@ -3,6 +3,7 @@
 #include "examples/modelgen/cppValues.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace modelgen {
 
@@ -54,10 +55,16 @@ void writeParameters(CString& out, CppFunction const& function, bool isDeclarati
         CppParameter const& parameter = function.parameters[i];
         if (i > 0)
             out += ", ";
-        out += parameter.baseType + parameter.passing;
-        out += isDeclaration || areUsed ? " " + parameter.name : " /*" + parameter.name + "*/";
-        if (isDeclaration && !parameter.value.IsEmpty())
-            out += " = " + parameter.value;
+        bool const isNamed = isDeclaration || areUsed;
+        out += parameter.baseType;
+        out += parameter.passing;
+        out += isNamed ? " " : " /*";
+        out += parameter.name;
+        out += isNamed ? "" : "*/";
+        if (isDeclaration && !parameter.value.IsEmpty()) {
+            out += " = ";
+            out += parameter.value;
+        }
     }
     out += ')';
     if (function.isConst)
@@ -73,8 +80,10 @@ void writeDeclaration(CString& out, CppFunction const& function)
         out += "virtual ";
     if (function.isConstructor && function.parameters.size() == 1)
         out += "explicit ";
-    if (!function.isConstructor)
-        out += function.result + " ";
+    if (!function.isConstructor) {
+        out += function.result;
+        out += ' ';
+    }
     out += function.name;
     writeParameters(out, function, true, false);
     if (function.isOverride)
@@ -354,16 +363,23 @@ private:
         for (CppFunction const& function : planned_.functions) {
             if (function.isPure || isDefaultConstructor(function))
                 continue;
-            out_ += "\n" + templates;
-            if (!function.isConstructor)
-                out_ += function.result + " ";
-            out_ += scope + function.name;
+            out_ += '\n';
+            out_ += templates;
+            if (!function.isConstructor) {
+                out_ += function.result;
+                out_ += ' ';
+            }
+            out_ += scope;
+            out_ += function.name;
             writeParameters(out_, function, false, !function.body.IsEmpty());
             out_ += "\n{\n";
-            if (!function.body.IsEmpty())
-                out_ += "    " + function.body + "\n";
-            else if (!function.isConstructor && function.result != "void")
+            if (!function.body.IsEmpty()) {
+                out_ += "    ";
+                out_ += function.body;
+                out_ += '\n';
+            } else if (!function.isConstructor && function.result != "void") {
                 out_ += "    return {};\n";
+            }
             out_ += "}\n";
         }
     }
@@ -387,14 +403,14 @@ void CppWriter::prepare(Model const& model, Report& report)
     program_ = std::make_unique<CppProgram>(model, *names_, *types_, report);
     literals_.assign(model.classifiers().size(), {});
     for (Classifier const& classifier : model.classifiers()) {
-        std::unordered_set<CString> seen;
+        NameSet seen;
         UniqueNames unique;
         if (classifier.kind != Kind::isEnum && !classifier.literals.empty())
             report.warning(classifier.place, "literals outside an enumeration are passed over");
         if (classifier.kind != Kind::isEnum)
             continue;
         for (Literal const& literal : classifier.literals) {
-            if (!seen.insert(literal.name).second) {
+            if (std::exchange(seen[literal.name], true)) {
                 report.warning(literal.place, quoted(literal.name) + " is a literal already: passed over");
                 continue;
             }

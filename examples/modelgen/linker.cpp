@@ -27,15 +27,15 @@ void Linker::addNote(Package& scope, CString const& target, std::vector<CString>
 
 void Linker::addSilentName(int file, CString const& name)
 {
-    if (silentNames_.size() <= std::size_t(file))
-        silentNames_.resize(std::size_t(file) + 1);
-    silentNames_[std::size_t(file)].insert(name);
+    while (silentNames_.size() <= std::size_t(file))
+        silentNames_.emplace_back();
+    silentNames_[std::size_t(file)].SetAt(name, true);
 }
 
 bool Linker::isSilent(Place place, CString const& name) const
 {
     return std::size_t(place.file) < silentNames_.size() &&
-        silentNames_[std::size_t(place.file)].count(name) > 0;
+        silentNames_[std::size_t(place.file)].PLookup(name) != nullptr;
 }
 
 // "Order::lines" is a member of Order unless there is a class of that qualified name.
@@ -144,7 +144,7 @@ void Linker::addRole(Classifier& owner, Classifier& target, RelationEnd const& e
     Role role;
     role.name = end.role;
     role.label = relation.label;
-    if (role.name.IsEmpty() && mayBeLabel && isPlainName(relation.label.view()))
+    if (role.name.IsEmpty() && mayBeLabel && isPlainName(relation.label))
         role.name = relation.label;
     role.target = &target;
     role.arguments = end.arguments;

@@ -8,8 +8,6 @@
 #include "examples/modelgen/pumlRelation.h"
 #include "examples/modelgen/report.h"
 
-#include <unordered_set>
-
 namespace modelgen {
 
 class Linker {
@@ -58,7 +56,7 @@ private:
     std::vector<PendingRelation> relations_;
     std::vector<PendingBase> bases_;
     std::vector<PendingNote> notes_;
-    std::vector<std::unordered_set<CString>> silentNames_;  // one set for each file
+    std::deque<NameSet> silentNames_;  // one set for each file
 };
 
 }  // namespace modelgen

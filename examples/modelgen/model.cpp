@@ -9,7 +9,7 @@ Model::Model()
 
 Package& Model::package(Package& parent, CString const& name, Place place)
 {
-    Package*& known = packageByName_[{parent.index, name}];
+    Package*& known = parent.packages[name];
     if (!known) {
         known = &packages_.emplace_back();
         known->name = name;
@@ -28,28 +28,24 @@ Classifier& Model::add(Package& package, CString const& id, CString const& name)
     added.package = &package;
     added.index = static_cast<int>(classifiers_.size()) - 1;
 
-    classifierByName_.insert_or_assign({package.index, id}, &added);
-    classifierByName_.try_emplace({package.index, name}, &added);
-    auto makeReachable = [&](CString const& key) {
-        auto const [entry, isNew] = uniqueByName_.try_emplace(key, &added);
-        if (!isNew && entry->second != &added)
-            entry->second = nullptr;
-    };
-    makeReachable(id);
-    makeReachable(name);
+    package.classifiers.SetAt(id, &added);
+    if (!package.classifiers.PLookup(name))
+        package.classifiers.SetAt(name, &added);
+    for (CString const* const key : {&id, &name}) {
+        auto* const known = uniqueByName_.PLookup(*key);
+        if (!known)
+            uniqueByName_.SetAt(*key, &added);
+        else if (known->value != &added)
+            known->value = nullptr;
+    }
     return added;
 }
 
 Classifier* Model::findIn(Package const& package, CString const& id) const
 {
-    auto const found = classifierByName_.find({package.index, id});
-    return found == classifierByName_.end() ? nullptr : found->second;
-}
-
-Package const* Model::findPackage(Package const& parent, CString const& name) const
-{
-    auto const found = packageByName_.find({parent.index, name});
-    return found == packageByName_.end() ? nullptr : found->second;
+    Classifier* found = nullptr;
+    package.classifiers.Lookup(id, found);
+    return found;
 }
 
 Classifier* Model::find(Package const& from, CString const& name) const
@@ -59,8 +55,9 @@ Classifier* Model::find(Package const& from, CString const& name) const
             return found;
 
     if (name.Find('.') < 0 && name.Find("::") < 0) {
-        auto const found = uniqueByName_.find(name);
-        return found == uniqueByName_.end() ? nullptr : found->second;
+        Classifier* found = nullptr;
+        uniqueByName_.Lookup(name, found);
+        return found;
     }
     return findQualified(from, splitQualifiedName(name));
 }
@@ -71,11 +68,12 @@ Classifier* Model::findQualified(Package const& from, std::vector<CString> const
         return nullptr;
     for (Package const* scope = &from; scope; scope = scope->parent) {
         Package const* inner = scope;
-        for (std::size_t i = 0; inner && i + 1 < parts.size(); ++i)
-            inner = findPackage(*inner, parts[i]);
-        if (!inner)
-            continue;
-        if (Classifier* const found = findIn(*inner, parts.back()))
+        for (std::size_t i = 0; inner && i + 1 < parts.size(); ++i) {
+            auto const* const next = inner->packages.PLookup(parts[i]);
+            inner = next ? next->value : nullptr;
+        }
+        Classifier* const found = inner ? findIn(*inner, parts.back()) : nullptr;
+        if (found)
             return found;
     }
     return nullptr;

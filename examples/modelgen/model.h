@@ -2,12 +2,14 @@
 //
 // The model owns its packages and classifiers; pointers to them stay valid as it grows. Names are those of the
 // diagram: a language writer makes identifiers of them.
+//
+// Here the maps of the class library are at work: names lead to packages and classifiers.
 #pragma once
 
+#include "platform/classlib/CMap.h"
 #include "platform/classlib/CString.h"
 
 #include <deque>
-#include <unordered_map>
 #include <vector>
 
 namespace modelgen {
@@ -87,12 +89,21 @@ struct Base {
 /// Packages may not be nested deeper; every look-up by name walks outward from package to package.
 inline constexpr int deepestPackage = 32;
 
+/// A set of names: those in it are true.
+using NameSet = CMap<CString, CString const&, bool, bool>;
+
+struct Package;
+using PackagesByName = CMap<CString, CString const&, Package*, Package*>;
+using ClassifiersByName = CMap<CString, CString const&, Classifier*, Classifier*>;
+
 struct Package {
     CString name;
     Package* parent = nullptr;  ///< null for the root, which has no name
     Place place;                ///< of its first mention
     int index = 0;
     int depth = 0;
+    PackagesByName packages;        ///< those directly in it
+    ClassifiersByName classifiers;  ///< likewise, by all ways to refer to them
 };
 
 enum class Kind { isClass, isInterface, isEnum, isStruct };
@@ -142,26 +153,11 @@ public:
     Classifier* find(Package const& from, CString const& name) const;
 
 private:
-    struct ScopedName {
-        int package;
-        CString name;
-        bool operator==(ScopedName const& other) const = default;
-    };
-    struct Hash {
-        std::size_t operator()(ScopedName const& key) const
-        {
-            return std::hash<CString>()(key.name) * 31 + static_cast<std::size_t>(key.package);
-        }
-    };
-
-    Package const* findPackage(Package const& parent, CString const& name) const;
     Classifier* findQualified(Package const& from, std::vector<CString> const& parts) const;
 
     std::deque<Package> packages_;
     std::deque<Classifier> classifiers_;
-    std::unordered_map<ScopedName, Package*, Hash> packageByName_;
-    std::unordered_map<ScopedName, Classifier*, Hash> classifierByName_;
-    std::unordered_map<CString, Classifier*> uniqueByName_;  // null where several share a name
+    ClassifiersByName uniqueByName_;  // null where several share a name
 };
 
 /// The parts of a qualified name: "a.b::c" has three. Empty parts are left out.

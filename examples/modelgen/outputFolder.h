@@ -5,12 +5,13 @@
 //
 // A file that has its content already is left alone, so that a build system sees no change. A sub-folder that is a
 // link is not followed, since it leads elsewhere.
+//
+// Here the path functions are at work, and the operations on folders.
 #pragma once
 
 #include "examples/modelgen/languageWriter.h"
 
 #include <stdexcept>
-#include <unordered_set>
 
 namespace modelgen {
 
@@ -23,7 +24,7 @@ public:
 class OutputFolder : public FileSink {
 public:
     /// The folder is made with the first file.
-    explicit OutputFolder(CString const& folder) : folder_(folder) { }
+    explicit OutputFolder(CString const& folder);
 
     /// Throws OutputFailure. The file then has its old content.
     void put(CString const& path, CString const& content) override;
@@ -32,10 +33,10 @@ public:
     int unchanged() const { return unchanged_; }
 
 private:
-    void makeFolder(CString const& path);
+    void makeSubFolders(CString const& folder);
 
     CString folder_;
-    std::unordered_set<CString> made_;
+    NameSet made_;
     int written_ = 0;
     int unchanged_ = 0;
 };

@@ -1,10 +1,11 @@
 #include "examples/modelgen/pumlClass.h"
 
+#include "examples/modelgen/pumlFields.h"
 #include "examples/modelgen/pumlLine.h"
 #include "examples/modelgen/pumlType.h"
 #include "examples/modelgen/report.h"
 
-#include <algorithm>
+#include <cstring>
 #include <optional>
 #include <utility>
 
@@ -12,10 +13,8 @@ namespace modelgen {
 
 namespace {
 
-constexpr auto nowhere = std::string_view::npos;
-
 struct Keyword {
-    std::string_view word;
+    char const* word;
     Kind kind;
 };
 constexpr Keyword keywords[] = {
@@ -27,7 +26,7 @@ constexpr Keyword keywords[] = {
 // Takes the words in front of the name. False if they declare no class.
 bool takeKeywords(PumlLine& line, ClassDeclaration& declaration)
 {
-    if (std::string_view("+-#~").find(line.peek()) != nowhere && line.peek() != '\0')
+    if (isOneOf(line.peek(), "+-#~"))
         line.skip(1);
     while (line.takeWord("static") || line.takeWord("final")) { }
     bool const isAbstract = line.takeWord("abstract");
@@ -47,14 +46,12 @@ CString takeTypeParameters(CString const& name, std::vector<CString>& parameters
     int const open = name.Find('<');
     if (open <= 0 || name[name.GetLength() - 1] != '>')
         return name;
-    std::string_view list = name.view().substr(std::size_t(open) + 1);
-    list.remove_suffix(1);
-    while (!list.empty()) {
-        std::size_t const comma = findOutside(list, ',');
-        std::string_view const one = trimmed(list.substr(0, comma));
-        parameters.push_back(textOf(one.substr(0, one.find_first_of(" :<="))));
-        list = comma == nowhere ? std::string_view() : list.substr(comma + 1);
-    }
+    CString const list = name.Mid(open + 1, name.GetLength() - open - 2);
+    SPStringList fields = fieldsOf(list);
+    if (fields[fields.count() - 1] == "")
+        fields.pop();
+    for (int i = 0; i < fields.count(); ++i)
+        parameters.push_back(CString(fields[i]).SpanExcluding(" :<="));
     CString bare = name.Left(open);
     return bare.Trim();
 }
@@ -69,7 +66,7 @@ bool readBases(PumlLine& line, std::vector<BaseName>& bases)
         base.name = *name;
         if (line.peek() == '<' && line.peek(1) != '<') {
             std::optional<CString> const arguments = line.angled();
-            std::optional<std::vector<Type>> types = arguments ? readTypes(arguments->view()) : std::nullopt;
+            std::optional<std::vector<Type>> types = arguments ? readTypes(*arguments) : std::nullopt;
             if (!types)
                 return false;
             base.arguments = std::move(*types);
@@ -82,52 +79,40 @@ bool readBases(PumlLine& line, std::vector<BaseName>& bases)
 // Takes a stereotype, a colour, a tag or a link: nothing of these makes a difference to code but the first.
 bool takeDecoration(PumlLine& line, std::vector<CString>& stereotypes)
 {
-    std::string_view const rest = line.rest();
-    if (rest.substr(0, 2) == "<<") {
-        std::size_t const end = rest.find(">>");
-        if (end == nowhere)
-            return false;
-        stereotypes.push_back(textOf(trimmed(rest.substr(2, end - 2))));
-        line.skip(end + 2);
-        return true;
+    static Regexp stereotype("^<<([^>]*(>[^>]+)*)>>");
+    static Regexp link("^\\[\\[[^]]*(][^]]+)*]]");
+    static Regexp colourOrTag("^[#$][^ \t{]*");
+    if (line.peek() == '<') {
+        char const* const text = line.rest();
+        int const length = line.takeMatch(stereotype);
+        if (length > 0)
+            stereotypes.push_back(CString(text + 2, length - 4).Trim());
+        return length > 0;
     }
-    if (rest.substr(0, 2) == "[[") {
-        std::size_t const end = rest.find("]]");
-        line.skip(end == nowhere ? 0 : end + 2);
-        return end != nowhere;
-    }
-    if (line.peek() == '#' || line.peek() == '$') {
-        line.skip(std::min(rest.find_first_of(" \t{"), rest.size()));
-        return true;
-    }
-    return false;
+    return line.takeMatch(link) > 0 || line.takeMatch(colourOrTag) > 0;
 }
 
 CString chooseName(CString const& display, CString const& id)
 {
-    return isPlainName(display.view()) ? display : id;
+    return isPlainName(display) ? display : id;
 }
 
 }  // namespace
 
-bool isPlainName(std::string_view text)
+bool isPlainName(char const* text)
 {
-    if (text.empty() || (text[0] >= '0' && text[0] <= '9'))
-        return false;
-    for (char const c : text)
-        if (!isWordCharacter(c) || c == '$' || static_cast<unsigned char>(c) >= 0x80)
-            return false;
-    return true;
+    static Regexp plainName("^[A-Za-z_][A-Za-z0-9_]*$");
+    return plainName.match(text);
 }
 
-bool startsClass(std::string_view text)
+bool startsClass(char const* text)
 {
     PumlLine line(text);
     ClassDeclaration ignored;
-    return takeKeywords(line, ignored) && std::string_view("-.=:").find(line.peek()) == nowhere;
+    return takeKeywords(line, ignored) && !isOneOf(line.peek(), "-.=:");
 }
 
-std::variant<BadDeclaration, ClassDeclaration> readClass(std::string_view text)
+std::variant<BadDeclaration, ClassDeclaration> readClass(char const* text)
 {
     PumlLine line(text);
     ClassDeclaration declaration;
@@ -135,7 +120,7 @@ std::variant<BadDeclaration, ClassDeclaration> readClass(std::string_view text)
 
     bool const isQuoted = line.peek() == '"';
     std::optional<CString> const first = line.name();
-    if (!first || trimmed(first->view()).empty())
+    if (!first || CString(*first).Trim().IsEmpty())
         return BadDeclaration{isQuoted && !first ? "a quote is not closed" : "the declaration lacks a name"};
     declaration.id = *first;
     CString display = takeTypeParameters(*first, declaration.typeParameters);
@@ -163,10 +148,10 @@ std::variant<BadDeclaration, ClassDeclaration> readClass(std::string_view text)
             takeTypeParameters("x<" + *parameters + ">", declaration.typeParameters);
         } else if (line.take("{")) {
             declaration.hasBody = true;
-            declaration.body = textOf(line.rest());
+            declaration.body = line.rest();
             break;
         } else if (!takeDecoration(line, declaration.stereotypes)) {
-            return BadDeclaration{CString("unexpected ") + quoted(textOf(line.rest())) + " in a declaration"};
+            return BadDeclaration{CString("unexpected ") + quoted(line.rest()) + " in a declaration"};
         }
     }
     declaration.isQualified = !isIdQuoted;
@@ -195,7 +180,7 @@ std::variant<BadDeclaration, ClassDeclaration> readClass(std::string_view text)
     return declaration;
 }
 
-std::variant<BadDeclaration, PackageDeclaration> readPackage(std::string_view text)
+std::variant<BadDeclaration, PackageDeclaration> readPackage(char const* text)
 {
     PumlLine line(text);
     PackageDeclaration declaration;
@@ -216,17 +201,17 @@ std::variant<BadDeclaration, PackageDeclaration> readPackage(std::string_view te
             declaration.isQualified = false;
             if (!isAliasQuoted)
                 declaration.name = chooseName(declaration.name, *alias);
-            else if (!isPlainName(declaration.name.view()))
+            else if (!isPlainName(declaration.name))
                 declaration.name = *alias;
         } else if (line.take("{")) {
             declaration.hasBody = true;
             if (!line.atEnd() && !line.take("}"))
-                return BadDeclaration{CString("unexpected ") + quoted(textOf(line.rest())) + " behind '{'"};
-            if (text.back() == '}')
+                return BadDeclaration{CString("unexpected ") + quoted(line.rest()) + " behind '{'"};
+            if (text[std::strlen(text) - 1] == '}')
                 declaration.hasBody = false;  // opened and closed in one line
             break;
         } else if (!takeDecoration(line, stereotypes)) {
-            return BadDeclaration{CString("unexpected ") + quoted(textOf(line.rest())) + " in a declaration"};
+            return BadDeclaration{CString("unexpected ") + quoted(line.rest()) + " in a declaration"};
         }
     }
     return declaration;

@@ -6,7 +6,6 @@
 
 #include "examples/modelgen/model.h"
 
-#include <string_view>
 #include <variant>
 
 namespace modelgen {
@@ -41,13 +40,13 @@ struct BadDeclaration {
 };
 
 /// What declares classes: gives nothing but true or false, so that a line can be told apart without reading it.
-bool startsClass(std::string_view text);
-std::variant<BadDeclaration, ClassDeclaration> readClass(std::string_view text);
+bool startsClass(char const* text);
+std::variant<BadDeclaration, ClassDeclaration> readClass(char const* text);
 
 /// Reads what stands behind the keyword of a package.
-std::variant<BadDeclaration, PackageDeclaration> readPackage(std::string_view text);
+std::variant<BadDeclaration, PackageDeclaration> readPackage(char const* text);
 
 /// Whether the text could be an identifier as it stands.
-bool isPlainName(std::string_view text);
+bool isPlainName(char const* text);
 
 }  // namespace modelgen

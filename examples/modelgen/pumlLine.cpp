@@ -1,7 +1,5 @@
 #include "examples/modelgen/pumlLine.h"
 
-#include <algorithm>
-
 namespace modelgen {
 
 namespace {
@@ -11,81 +9,65 @@ bool isBlank(char c)
     return c == ' ' || c == '\t';
 }
 
-bool isLetterOrDigit(char c)
+// The position of the quote that closes the one at `open`, or -1.
+int endOfQuoted(char const* text, int open)
 {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-}
-
-std::size_t endOfQuoted(std::string_view text, std::size_t open)
-{
-    for (std::size_t i = open + 1; i < text.size(); ++i) {
-        if (text[i] == '\\')
-            ++i;
-        else if (text[i] == '"')
+    for (int i = open + 1; text[i] != '\0'; ++i) {
+        if (text[i] == '"')
             return i;
+        if (text[i] == '\\' && text[i + 1] != '\0')
+            ++i;
     }
-    return std::string_view::npos;
+    return -1;
 }
 
 }  // namespace
 
-std::string_view trimmed(std::string_view text)
+SPString trimmed(SPString text)
 {
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
+    while (text.length() > 0 && isBlank(text[text.length() - 1]))
+        text.chop();
+    std::size_t blanks = 0;
+    while (isBlank(text[blanks]))
+        ++blanks;
+    if (blanks > 0)
+        text.substr(0, blanks) = "";
     return text;
 }
 
 bool isWordCharacter(char c)
 {
-    return isLetterOrDigit(c) || c == '_' || c == '$' || static_cast<unsigned char>(c) >= 0x80;
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+        c == '$' || static_cast<unsigned char>(c) >= 0x80;
 }
 
-CString textOf(std::string_view text)
+PumlSource::PumlSource(CString const& text)
 {
-    return CString(text);
-}
-
-PumlSource::PumlSource(std::string_view text) : rest_(text)
-{
-    if (rest_.substr(0, 3) == "\xEF\xBB\xBF")
-        rest_.remove_prefix(3);
-}
-
-bool PumlSource::readRaw(std::string_view& raw)
-{
-    if (rest_.empty())
-        return false;
-    std::size_t const end = rest_.find_first_of("\r\n");
-    raw = rest_.substr(0, end);
-    if (end == std::string_view::npos)
-        rest_ = {};
-    else
-        rest_.remove_prefix(end + (rest_.substr(end, 2) == "\r\n" ? 2 : 1));
-    ++line_;
-    return true;
+    CString withoutNuls(text);
+    withoutNuls.Replace('\0', ' ');
+    SPString all(withoutNuls);
+    if (all.index("\xEF\xBB\xBF") == 0)  // the mark of UTF-8
+        all.substr(0, 3) = "";
+    all.s("\r\n", "\n", "g");
+    all.tr("\r", "\n");
+    all.tr("\x01-\x09\x0B-\x1F\x7F", " ");
+    lines_ = all.split("\n");
 }
 
 bool PumlSource::next()
 {
-    std::string_view raw;
-    while (readRaw(raw)) {
-        text_ = raw;
-        for (int i = 0; i < text_.GetLength(); ++i)
-            if (static_cast<unsigned char>(text_[i]) < 0x20 || text_[i] == 0x7F)
-                text_.SetAt(i, ' ');
+    while (line_ < lines_.count()) {
+        text_ = lines_[line_++];
         if (openComment_ > 0) {
-            int const end = text_.Find("'/");
+            int const end = text_.index("'/");
             if (end < 0)
                 continue;
-            text_ = text_.Mid(end + 2);
+            text_.substr(0, std::size_t(end) + 2) = "";
             openComment_ = 0;
         }
-        text_.Trim();
         removeInlineComments();
-        if (!text_.IsEmpty() && text_[0] != '\'')
+        text_ = trimmed(text_);
+        if (text_.length() > 0 && text_[0] != '\'')
             return true;
     }
     return false;
@@ -94,125 +76,136 @@ bool PumlSource::next()
 // A block comment that is not closed in its line runs on only if it opens the line: elsewhere /' is mere text.
 void PumlSource::removeInlineComments()
 {
-    int open = text_.Find("/'");
+    int open = text_.index("/'");
     if (open < 0)
         return;
-    CString kept;
+    SPString kept;
     int start = 0;
     bool inQuotes = false;
-    for (int seen = 0; open >= 0; open = text_.Find("/'", open)) {
+    for (int seen = 0; open >= 0; open = text_.index("/'", open)) {
         for (; seen < open; ++seen)
-            inQuotes ^= text_[seen] == '"';
-        int const close = inQuotes ? -1 : text_.Find("'/", open + 2);
-        if (close >= 0) {
-            kept +=
-                text_.view().substr(static_cast<std::size_t>(start), static_cast<std::size_t>(open - start));
-            start = seen = open = close + 2;
-        } else if (!inQuotes && trimmed(kept.view()).empty() &&
-                   trimmed(text_.view().substr(std::size_t(start), std::size_t(open - start))).empty()) {
-            openComment_ = line_;
-            start = text_.GetLength();
-            break;
-        } else if (!inQuotes) {
-            break;  // nothing behind this one is closed either
-        } else {
+            inQuotes ^= text_[std::size_t(seen)] == '"';
+        if (inQuotes) {
             open += 2;
+            continue;
         }
+        int const close = text_.index("'/", open + 2);
+        if (close < 0) {
+            SPString const before =
+                kept + SPString(text_.substr(std::size_t(start), std::size_t(open - start)));
+            if (trimmed(before).length() == 0) {
+                openComment_ = line_;
+                start = int(text_.length());
+            }
+            break;  // nothing behind this one is closed either
+        }
+        kept += text_.substr(std::size_t(start), std::size_t(open - start));
+        start = seen = open = close + 2;
     }
-    kept += text_.view().substr(static_cast<std::size_t>(start));
+    kept += text_.substr(std::size_t(start));
     text_ = kept;
-    text_.Trim();
 }
 
-void PumlLine::skip(std::size_t count)
+char PumlLine::peek(int ahead) const
 {
-    rest_.remove_prefix(std::min(count, rest_.size()));
-    rest_ = trimmed(rest_);
+    for (int i = 0; i < ahead; ++i)
+        if (rest_[i] == '\0')
+            return '\0';
+    return rest_[ahead];
 }
 
-bool PumlLine::take(std::string_view text)
+void PumlLine::skip(int count)
 {
-    if (rest_.substr(0, text.size()) != text)
-        return false;
-    skip(text.size());
-    return true;
+    for (; count > 0 && *rest_ != '\0'; --count)
+        ++rest_;
+    while (isBlank(*rest_))
+        ++rest_;
 }
 
-bool PumlLine::takeWord(std::string_view word)
+bool PumlLine::take(char const* text)
 {
-    if (rest_.substr(0, word.size()) != word || isWordCharacter(peek(word.size())))
-        return false;
-    skip(word.size());
-    return true;
-}
-
-std::string_view PumlLine::word()
-{
-    std::size_t length = 0;
-    while (isLetterOrDigit(peek(length)))
-        ++length;
-    std::string_view const found = rest_.substr(0, length);
+    int length = 0;
+    for (; text[length] != '\0'; ++length)
+        if (rest_[length] != text[length])
+            return false;
     skip(length);
-    return found;
+    return true;
+}
+
+bool PumlLine::takeWord(char const* word)
+{
+    int length = 0;
+    for (; word[length] != '\0'; ++length)
+        if (rest_[length] != word[length])
+            return false;
+    if (isWordCharacter(rest_[length]))
+        return false;
+    skip(length);
+    return true;
+}
+
+int PumlLine::takeMatch(Regexp& expression)
+{
+    if (!expression.match(rest_))
+        return 0;
+    int const length = expression.getgroup(0).length();
+    skip(length);
+    return length;
+}
+
+CString PumlLine::word()
+{
+    static Regexp lettersAndDigits("^[A-Za-z0-9]+");
+    char const* const text = rest_;
+    int const length = takeMatch(lettersAndDigits);
+    return CString(text, length);
 }
 
 std::optional<CString> PumlLine::quotedText()
 {
-    if (peek() != '"')
+    static Regexp quoted("^\"[^\"\\\\]*(\\\\.[^\"\\\\]*)*\"");
+    char const* const text = rest_;
+    int const length = takeMatch(quoted);
+    if (length == 0)
         return std::nullopt;
-    std::size_t const end = endOfQuoted(rest_, 0);
-    if (end == std::string_view::npos)
-        return std::nullopt;
-    CString found = textOf(rest_.substr(1, end - 1));
-    skip(end + 1);
-    return found;
+    return CString(text + 1, length - 2);
 }
 
 std::optional<CString> PumlLine::name()
 {
     if (peek() == '"')
         return quotedText();
-    std::size_t length = 0;
-    for (;;) {
-        if (isWordCharacter(peek(length)) || peek(length) == '@')
-            ++length;
-        else if ((peek(length) == '.' || peek(length) == '/') && isWordCharacter(peek(length + 1)))
-            length += 2;  // one dot joins two names; two are a dotted line
-        else if (peek(length) == ':' && peek(length + 1) == ':' && isWordCharacter(peek(length + 2)))
-            length += 3;
-        else
-            break;
-    }
+    // One dot joins two names; two are a dotted line.
+    static Regexp qualified(
+        "^[A-Za-z0-9_$@\x80-\xFF]*(([./]|::)[A-Za-z0-9_$\x80-\xFF][A-Za-z0-9_$@\x80-\xFF]*)*");
+    char const* const text = rest_;
+    int const length = takeMatch(qualified);
     if (length == 0)
         return std::nullopt;
-    CString found = textOf(rest_.substr(0, length));
-    skip(length);
-    return found;
+    return CString(text, length);
 }
 
 std::optional<CString> PumlLine::angled()
 {
-    if (peek() != '<' || peek(1) == '<')
+    int const end = peek() == '<' && peek(1) != '<' ? closingBracket(rest_, 0) : -1;
+    if (end < 0)
         return std::nullopt;
-    std::size_t const end = closingBracket(rest_, 0);
-    if (end == std::string_view::npos)
-        return std::nullopt;
-    CString found = textOf(trimmed(rest_.substr(1, end - 1)));
+    CString found(rest_ + 1, end - 1);
     skip(end + 1);
-    return found;
+    return found.Trim();
 }
 
-std::size_t findOutside(std::string_view text, char wanted, std::size_t start)
+int findOutside(char const* text, char wanted, int start)
 {
     int depth = 0;
     bool isQuoteOpen = false;  // one that nothing closes is a character like any other
-    for (std::size_t i = start; i < text.size(); ++i) {
+    for (int i = start; text[i] != '\0'; ++i) {
         char const c = text[i];
         if (c == wanted && depth <= 0)
             return i;
         if (c == '"' && !isQuoteOpen) {
-            std::size_t const end = endOfQuoted(text, i);
-            isQuoteOpen = end == std::string_view::npos;
+            int const end = endOfQuoted(text, i);
+            isQuoteOpen = end < 0;
             i = isQuoteOpen ? i : end;
         } else if (c == '<' || c == '(' || c == '[' || c == '{') {
             ++depth;
@@ -220,20 +213,20 @@ std::size_t findOutside(std::string_view text, char wanted, std::size_t start)
             depth -= depth > 0 ? 1 : 0;
         }
     }
-    return std::string_view::npos;
+    return -1;
 }
 
-std::size_t closingBracket(std::string_view text, std::size_t open)
+int closingBracket(char const* text, int open)
 {
     char const opening = text[open];
     char const closing = opening == '<' ? '>' : opening == '(' ? ')' : opening == '[' ? ']' : '}';
     int depth = 0;
     bool isQuoteOpen = false;
-    for (std::size_t i = open; i < text.size(); ++i) {
+    for (int i = open; text[i] != '\0'; ++i) {
         char const c = text[i];
         if (c == '"' && !isQuoteOpen) {
-            std::size_t const end = endOfQuoted(text, i);
-            isQuoteOpen = end == std::string_view::npos;
+            int const end = endOfQuoted(text, i);
+            isQuoteOpen = end < 0;
             i = isQuoteOpen ? i : end;
         } else if (c == opening) {
             ++depth;
@@ -241,7 +234,7 @@ std::size_t closingBracket(std::string_view text, std::size_t open)
             return i;
         }
     }
-    return std::string_view::npos;
+    return -1;
 }
 
 }  // namespace modelgen

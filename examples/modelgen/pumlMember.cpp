@@ -1,18 +1,17 @@
 #include "examples/modelgen/pumlMember.h"
 
+#include "examples/modelgen/pumlFields.h"
 #include "examples/modelgen/pumlLine.h"
 #include "examples/modelgen/pumlType.h"
 
-#include <algorithm>
+#include <climits>
+#include <cstring>
 #include <optional>
 #include <utility>
 
 namespace modelgen {
 
 namespace {
-
-constexpr auto nowhere = std::string_view::npos;
-constexpr std::size_t longestMark = 30;
 
 // What stands around a member: marks in braces, stereotypes, the visibility, words of programming languages.
 struct Marks {
@@ -26,9 +25,9 @@ struct Marks {
     bool isOutput = false;
 };
 
-bool obeyMark(std::string_view mark, Marks& marks)
+bool obeyMark(CString const& mark, Marks& marks)
 {
-    mark = trimmed(mark);
+    static Regexp withoutMeaning("^(ordered|unique|sorted|id|nonunique)$");
     if (mark == "static" || mark == "classifier")
         marks.isStatic = true;
     else if (mark == "abstract")
@@ -41,38 +40,41 @@ bool obeyMark(std::string_view mark, Marks& marks)
         marks.isReadOnly = true;
     else if (mark == "query")
         marks.isQuery = true;
-    else if (mark != "ordered" && mark != "unique" && mark != "sorted" && mark != "id" && mark != "nonunique")
-        return false;
+    else
+        return withoutMeaning.match(mark);
     return true;
 }
 
 // Takes {marks} and <<stereotypes>> out of a line, wherever they stand outside quotes.
-CString takeMarks(std::string_view text, Marks& marks)
+CString takeMarks(char const* text, Marks& marks)
 {
+    static Regexp mark("^{[ \t]*([A-Za-z]+)[ \t]*}");
+    if (!std::strpbrk(text, "{<"))
+        return CString(text).Trim();
     CString kept;
     bool inQuotes = false;
     bool noMoreGuillemets = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '"')
+    for (; *text != '\0'; ++text) {
+        if (*text == '"')
             inQuotes = !inQuotes;
-        if (!inQuotes && text[i] == '{') {
-            std::size_t const length = text.substr(i, longestMark).find('}');
-            if (length != nowhere && obeyMark(text.substr(i + 1, length - 1), marks)) {
-                i += length;
+        if (!inQuotes && *text == '{' && mark.match(text)) {
+            Range const word = mark.getgroup(1);
+            if (obeyMark(CString(text + word.start(), word.length()), marks)) {
+                text += mark.getgroup(0).end();
                 continue;
             }
         }
-        if (!inQuotes && text.substr(i, 2) == "<<" && !noMoreGuillemets) {
-            std::size_t const end = text.find(">>", i);
-            noMoreGuillemets = end == nowhere;
-            if (end != nowhere) {
-                i = end + 1;
+        if (!inQuotes && text[0] == '<' && text[1] == '<' && !noMoreGuillemets) {
+            char const* const end = std::strstr(text, ">>");
+            noMoreGuillemets = end == nullptr;
+            if (end) {
+                text = end + 1;
                 continue;
             }
         }
-        kept += text[i];
+        kept += *text;
     }
-    return kept;
+    return kept.Trim();
 }
 
 // Words that say something about a member in front of it.
@@ -101,8 +103,7 @@ void takeModifiers(PumlLine& line, Marks& marks)
     for (;;) {
         PumlLine ahead = line;
         Marks withModifier = marks;
-        if (!takeModifier(ahead, withModifier) || ahead.atEnd() ||
-            std::string_view(":(=[").find(ahead.peek()) != nowhere)
+        if (!takeModifier(ahead, withModifier) || ahead.atEnd() || isOneOf(ahead.peek(), ":(=["))
             return;
         line = ahead;
         marks = withModifier;
@@ -112,12 +113,12 @@ void takeModifiers(PumlLine& line, Marks& marks)
 void takeVisibility(PumlLine& line, Marks& marks, CString const& owner)
 {
     line.take("\\");  // keeps the next character from meaning anything to whoever draws the diagram
-    std::string_view const rest = line.rest();
-    if (rest.empty())
-        return;
-    if (rest[0] == '~' && rest.substr(1, owner.view().size()) == owner.view() &&
-        trimmed(rest.substr(1 + owner.view().size())).substr(0, 1) == "(")
-        return;  // the destructor
+    char const* const rest = line.rest();
+    if (rest[0] == '~' && rest[1] == owner[0]) {
+        PumlLine ahead(rest + 1);
+        if (ahead.take(owner) && ahead.peek() == '(')
+            return;  // the destructor
+    }
     switch (rest[0]) {
     case '+': marks.visibility = Visibility::isPublic; break;
     case '-': marks.visibility = Visibility::isPrivate; break;
@@ -135,30 +136,29 @@ struct Declaration {
     CString defaultValue;
 };
 
-std::size_t findAssignment(std::string_view text)
+int findAssignment(char const* text)
 {
-    std::size_t at = findOutside(text, '=');
-    while (at != nowhere &&
-           (text.substr(at, 2) == "==" || (at > 0 && std::string_view("<>!=").find(text[at - 1]) != nowhere)))
+    int at = findOutside(text, '=');
+    while (at >= 0 && (text[at + 1] == '=' || (at > 0 && isOneOf(text[at - 1], "<>!="))))
         at = findOutside(text, '=', at + 1);
     return at;
 }
 
-std::size_t findColon(std::string_view text)
+int findColon(char const* text)
 {
-    std::size_t at = findOutside(text, ':');
-    while (at != nowhere && text.substr(at, 2) == "::")
+    int at = findOutside(text, ':');
+    while (at >= 0 && text[at + 1] == ':')
         at = findOutside(text, ':', at + 2);
     return at;
 }
 
 // Gives where the name begins in "Type name".
-std::size_t startOfLastWord(std::string_view text)
+int startOfLastWord(CString const& text)
 {
-    std::size_t start = text.size();
-    if (start > 0 && text[start - 1] == '"') {
-        std::size_t const open = text.rfind('"', start - 2 < start ? start - 2 : 0);
-        if (open != nowhere && open + 1 < start)
+    int start = text.GetLength();
+    if (start > 1 && text[start - 1] == '"') {
+        int const open = text.Left(start - 1).ReverseFind('"');
+        if (open >= 0)
             return open;
     }
     while (start > 0 && isWordCharacter(text[start - 1]))
@@ -166,12 +166,17 @@ std::size_t startOfLastWord(std::string_view text)
     return start;
 }
 
-CString unquoted(std::string_view text)
+CString trimmedPart(CString const& text, int start, int count = INT_MAX)
 {
-    text = trimmed(text);
-    if (text.size() > 1 && text.front() == '"' && text.back() == '"')
-        text = trimmed(text.substr(1, text.size() - 2));
-    return textOf(text);
+    return text.Mid(start, count).Trim();
+}
+
+CString unquoted(CString text)
+{
+    text.Trim();
+    if (text.GetLength() > 1 && text[0] == '"' && text[text.GetLength() - 1] == '"')
+        text = trimmedPart(text, 1, text.GetLength() - 2);
+    return text;
 }
 
 Type inForm(char const* form, Type inner)
@@ -183,10 +188,10 @@ Type inForm(char const* form, Type inner)
 }
 
 // Applies "[0..*]", standing behind a name, to the type.
-bool applyBounds(std::string_view bounds, Type& type)
+bool applyBounds(CString const& bounds, Type& type)
 {
     std::optional<Multiplicity> const multiplicity = readMultiplicity(bounds);
-    bool const isEmpty = trimmed(bounds.substr(1, bounds.size() - 2)).empty();
+    bool const isEmpty = trimmedPart(bounds, 1, bounds.GetLength() - 2).IsEmpty();
     if (!multiplicity && !isEmpty)
         return false;
     if (isEmpty || multiplicity->isMany)
@@ -196,63 +201,55 @@ bool applyBounds(std::string_view bounds, Type& type)
     return true;
 }
 
-std::optional<Declaration> readDeclaration(std::string_view text)
+std::optional<Declaration> readDeclaration(CString text)
 {
     Declaration declaration;
-    std::size_t const assignment = findAssignment(text);
-    if (assignment != nowhere) {
-        declaration.defaultValue = textOf(trimmed(text.substr(assignment + 1)));
-        text = trimmed(text.substr(0, assignment));
+    int const assignment = findAssignment(text);
+    if (assignment >= 0) {
+        declaration.defaultValue = trimmedPart(text, assignment + 1);
+        text = trimmedPart(text, 0, assignment);
     }
 
-    std::size_t const colon = findColon(text);
-    std::string_view name = trimmed(text.substr(0, colon));
-    std::string_view bounds;
-    if (!name.empty() && name.back() == ']') {
-        std::size_t const open = name.rfind('[');
-        if (open == nowhere)
+    int const colon = findColon(text);
+    CString name = colon < 0 ? text : trimmedPart(text, 0, colon);
+    CString bounds;
+    if (!name.IsEmpty() && name[name.GetLength() - 1] == ']') {
+        int const open = name.ReverseFind('[');
+        if (open < 0)
             return std::nullopt;
         // "String[] names" and "names[] : String" have them; in "String[]" they belong to the type.
-        bounds = name.substr(open);
-        name = trimmed(name.substr(0, open));
+        bounds = name.Mid(open);
+        name = trimmedPart(name, 0, open);
     }
-    if (colon != nowhere) {
-        std::string_view const type = trimmed(text.substr(colon + 1));
-        if (!type.empty()) {
-            std::optional<Type> read = readType(type);
-            if (!read)
-                return std::nullopt;
-            declaration.type = std::move(*read);
-        }
+    CString type;
+    if (colon >= 0) {
+        type = trimmedPart(text, colon + 1);
         declaration.name = unquoted(name);
     } else {
-        std::size_t const start = startOfLastWord(name);
-        std::string_view const type = trimmed(name.substr(0, start));
-        declaration.name = unquoted(name.substr(start));
-        if (!type.empty()) {
-            std::optional<Type> read = readType(type);
-            if (!read)
-                return std::nullopt;
-            declaration.type = std::move(*read);
-        }
+        int const start = startOfLastWord(name);
+        type = trimmedPart(name, 0, start);
+        declaration.name = unquoted(name.Mid(start));
     }
-    if (!bounds.empty() && !applyBounds(bounds, declaration.type))
+    if (!type.IsEmpty()) {
+        std::optional<Type> read = readType(type);
+        if (!read)
+            return std::nullopt;
+        declaration.type = std::move(*read);
+    }
+    if (!bounds.IsEmpty() && !applyBounds(bounds, declaration.type))
         return std::nullopt;
     return declaration;
 }
 
 // A parameter that is a single word may be a name or a type.
-bool looksLikeType(std::string_view word)
+bool looksLikeType(char const* word)
 {
-    constexpr std::string_view known[] = {"int",  "bool",  "boolean", "char", "double", "float",
-                                          "long", "short", "string",  "byte", "void"};
-    for (std::string_view const type : known)
-        if (word == type)
-            return true;
-    return !word.empty() && ((word[0] >= 'A' && word[0] <= 'Z') || word.find_first_of("<[*&.") != nowhere);
+    static Regexp known("^(int|bool|boolean|char|double|float|long|short|string|byte|void)$");
+    static Regexp typical("^[A-Z]|[[<*&.]");
+    return known.match(word) || typical.match(word);
 }
 
-std::optional<Parameter> readParameter(std::string_view text)
+std::optional<Parameter> readParameter(char const* text)
 {
     PumlLine line(text);
     Parameter parameter;
@@ -263,8 +260,8 @@ std::optional<Parameter> readParameter(std::string_view text)
         parameter.isOutput = isOutput;
     }
 
-    std::string_view const rest = line.rest();
-    if (findColon(rest) == nowhere && rest.find_first_of(" \t=") == nowhere && looksLikeType(rest)) {
+    char const* const rest = line.rest();
+    if (findColon(rest) < 0 && !std::strpbrk(rest, " \t=") && looksLikeType(rest)) {
         std::optional<Type> type = readType(rest);
         if (!type)
             return std::nullopt;
@@ -282,18 +279,16 @@ std::optional<Parameter> readParameter(std::string_view text)
     return parameter;
 }
 
-bool readParameters(std::string_view text, std::vector<Parameter>& parameters)
+bool readParameters(CString const& text, std::vector<Parameter>& parameters)
 {
-    text = trimmed(text);
-    while (!text.empty()) {
-        std::size_t const comma = findOutside(text, ',');
-        std::optional<Parameter> parameter = readParameter(trimmed(text.substr(0, comma)));
+    SPStringList const fields = fieldsOf(text);
+    if (fields.count() == 1 && fields[0] == "")
+        return true;
+    for (int i = 0; i < fields.count(); ++i) {
+        std::optional<Parameter> parameter = readParameter(fields[i]);
         if (!parameter)
             return false;
         parameters.push_back(std::move(*parameter));
-        text = comma == nowhere ? std::string_view() : trimmed(text.substr(comma + 1));
-        if (comma != nowhere && text.empty())
-            return false;
     }
     return true;
 }
@@ -309,23 +304,23 @@ NoMember prose()
 }
 
 // What stands behind the parameters: "const", ": Type", "= 0", "throws X".
-bool readTail(std::string_view text, Operation& operation)
+bool readTail(char const* text, Operation& operation)
 {
     PumlLine line(text);
     if (line.takeWord("const"))
         operation.isQuery = true;
     while (line.takeWord("override") || line.takeWord("noexcept") || line.takeWord("final")) { }
     if (line.take(":") || line.take("->")) {
-        std::string_view type = line.rest();
-        std::size_t const assignment = findAssignment(type);
-        if (assignment != nowhere)
-            type = trimmed(type.substr(0, assignment));
-        std::size_t const thrown = type.find(" throws ");
-        std::optional<Type> read = readType(type.substr(0, thrown));
+        CString type(line.rest());
+        int const assignment = findAssignment(type);
+        if (assignment >= 0)
+            type = trimmedPart(type, 0, assignment);
+        line.skip(type.GetLength());
+        int const thrown = type.Find(" throws ");
+        std::optional<Type> read = readType(thrown < 0 ? type : trimmedPart(type, 0, thrown));
         if (!read)
             return false;
         operation.returnType = std::move(*read);
-        line.skip(type.size());
     }
     if (line.take("=")) {
         if (line.take("0"))
@@ -337,67 +332,66 @@ bool readTail(std::string_view text, Operation& operation)
     return line.atEnd() || line.takeWord("throws");
 }
 
-std::variant<NoMember, Attribute, Operation> readOperation(std::string_view text, std::size_t open,
-                                                           Marks const& marks)
+std::variant<NoMember, Attribute, Operation> readOperation(CString const& text, int open, Marks const& marks)
 {
-    std::size_t const close = closingBracket(text, open);
-    if (close == nowhere)
+    std::optional<CString> const parameters = parenthesised(text, open);
+    if (!parameters)
         return broken("the parameter list is not closed");
-    std::string_view const head = trimmed(text.substr(0, open));
-    if (head.empty())
+    CString const head = trimmedPart(text, 0, open);
+    if (head.IsEmpty())
         return broken("an operation needs a name");
 
     Operation operation;
-    std::size_t start = startOfLastWord(head);
-    if (start > 0 && start < head.size() && head[start - 1] == '~')
+    int start = startOfLastWord(head);
+    if (start > 0 && start < head.GetLength() && head[start - 1] == '~')
         --start;
-    if (start == head.size())
+    if (start == head.GetLength())
         return prose();
-    operation.name = unquoted(head.substr(start));
+    operation.name = unquoted(head.Mid(start));
     if (operation.name.IsEmpty())
         return broken("an operation needs a name");
     if (start > 0) {
-        std::optional<Type> type = readType(trimmed(head.substr(0, start)));
+        std::optional<Type> type = readType(trimmedPart(head, 0, start));
         if (!type)
             return prose();
         operation.returnType = std::move(*type);
     }
-    if (!readParameters(text.substr(open + 1, close - open - 1), operation.parameters))
+    if (!readParameters(*parameters, operation.parameters))
         return broken("the parameter list is not understood");
     operation.visibility = marks.visibility;
     operation.isStatic = marks.isStatic;
     operation.isAbstract = marks.isAbstract;
     operation.isQuery = marks.isQuery;
-    if (!readTail(trimmed(text.substr(close + 1)), operation))
+    if (!readTail(trimmedPart(text, open + parameters->GetLength() + 2), operation))
         return prose();
     return operation;
 }
 
 }  // namespace
 
-std::variant<NoMember, Attribute, Operation> readMember(std::string_view text, CString const& owner)
+std::variant<NoMember, Attribute, Operation> readMember(char const* text, CString const& owner)
 {
     Marks marks;
     CString const unmarked = takeMarks(text, marks);
-    PumlLine line(unmarked.view());
+    PumlLine line(unmarked);
     takeVisibility(line, marks, owner);
     takeModifiers(line, marks);
     line.take("/");  // derived
     if (line.atEnd())
         return broken("a member needs a name");
 
-    std::size_t const open = marks.isField ? nowhere : line.rest().find('(');
-    std::size_t const assignment = findAssignment(line.rest());
-    std::size_t const quote = line.rest().find('"');
-    std::size_t const limit = quote == 0 ? assignment : std::min(assignment, quote);
-    if (open != nowhere && open < limit)
-        return readOperation(line.rest(), open, marks);
+    CString declared(line.rest());
+    int const open = marks.isField ? -1 : declared.Find('(');
+    int const assignment = findAssignment(declared);
+    int const quote = declared.Find('"');
+    auto const isBefore = [open](int limit) { return limit < 0 || open < limit; };
+    if (open >= 0 && isBefore(assignment) && (quote == 0 || isBefore(quote)))
+        return readOperation(declared, open, marks);
     if (marks.isMethod)
         return broken("an operation needs its parameters in parentheses");
 
-    std::string_view declared = line.rest();
-    if (!declared.empty() && declared.back() == ';')
-        declared = trimmed(declared.substr(0, declared.size() - 1));
+    if (declared[declared.GetLength() - 1] == ';')
+        declared = trimmedPart(declared, 0, declared.GetLength() - 1);
     std::optional<Declaration> declaration = readDeclaration(declared);
     if (!declaration)
         return prose();
@@ -413,54 +407,52 @@ std::variant<NoMember, Attribute, Operation> readMember(std::string_view text, C
     return attribute;
 }
 
-bool looksLikeMember(std::string_view text)
+bool looksLikeMember(char const* text)
 {
+    static Regexp shouting("^[^a-z]*[=(,]|^[^a-z]*$");
     Marks marks;
-    CString const unmarked = takeMarks(text, marks);
-    std::string_view const bare = trimmed(unmarked.view());
-    if (bare.empty())
+    CString const bare = takeMarks(text, marks);
+    if (bare.IsEmpty())
         return false;
     if (marks.isField || marks.isMethod || marks.isStatic || marks.isAbstract)
         return true;
-    if (std::string_view("+-#~").find(bare[0]) != nowhere || findColon(bare) != nowhere)
+    if (isOneOf(bare[0], "+-#~") || findColon(bare) >= 0)
         return true;
-    std::string_view const name = trimmed(bare.substr(0, bare.find_first_of("=(,")));
-    bool const hasEmptyList = bare.find("()") != nowhere;
-    bool const isShouting = name.find_first_of("abcdefghijklmnopqrstuvwxyz") == nowhere;
-    return hasEmptyList && !isShouting;
+    return bare.Find("()") >= 0 && !shouting.match(bare);
 }
 
-std::variant<NoMember, Literals> readLiterals(std::string_view text)
+std::variant<NoMember, Literals> readLiterals(char const* text)
 {
     Marks marks;
-    CString const unmarked = takeMarks(text, marks);
-    std::string_view rest = trimmed(unmarked.view());
+    CString const rest = takeMarks(text, marks);
     Literals read;
-    while (!rest.empty()) {
-        std::size_t end = findOutside(rest, ',');
-        std::string_view one = trimmed(rest.substr(0, end));
-        rest = end == nowhere ? std::string_view() : trimmed(rest.substr(end + 1));
-        if (!one.empty() && one.back() == ';')
-            one = trimmed(one.substr(0, one.size() - 1));
-        if (one.empty())
+    int end = 0;
+    for (int start = 0; start < rest.GetLength(); start = end + 1) {
+        end = findOutside(rest, ',', start);
+        if (end < 0)
+            end = rest.GetLength();
+        CString one = trimmedPart(rest, start, end - start);
+        if (!one.IsEmpty() && one[one.GetLength() - 1] == ';')
+            one = trimmedPart(one, 0, one.GetLength() - 1);
+        if (one.IsEmpty())
             continue;
         Literal literal;
-        std::size_t const assignment = findAssignment(one);
-        if (assignment != nowhere) {
-            literal.value = textOf(trimmed(one.substr(assignment + 1)));
-            one = trimmed(one.substr(0, assignment));
+        int const assignment = findAssignment(one);
+        if (assignment >= 0) {
+            literal.value = trimmedPart(one, assignment + 1);
+            one = trimmedPart(one, 0, assignment);
         }
-        std::size_t const open = one.find('(');
-        if (open != nowhere) {
-            if (closingBracket(one, open) == nowhere)
+        int const open = one.Find('(');
+        if (open >= 0) {
+            if (closingBracket(one, open) < 0)
                 return broken("the argument list is not closed");
             read.hasArguments = true;
-            one = trimmed(one.substr(0, open));
+            one = trimmedPart(one, 0, open);
         }
         literal.name = unquoted(one);
         if (literal.name.IsEmpty())
             return broken("a literal needs a name");
-        if (literal.name.view().find(' ') != nowhere)
+        if (literal.name.Find(' ') >= 0)
             return prose();
         read.literals.push_back(std::move(literal));
     }

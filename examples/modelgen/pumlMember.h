@@ -7,7 +7,6 @@
 
 #include "examples/modelgen/model.h"
 
-#include <string_view>
 #include <variant>
 
 namespace modelgen {
@@ -19,7 +18,7 @@ struct NoMember {
 };
 
 /// Reads a line of the body of class `owner`; places are left to the caller.
-std::variant<NoMember, Attribute, Operation> readMember(std::string_view text, CString const& owner);
+std::variant<NoMember, Attribute, Operation> readMember(char const* text, CString const& owner);
 
 /// Reads a line of the body of an enumeration: literals, separated by commas. Arguments of a literal are left
 /// out, and `hasArguments` then set.
@@ -27,9 +26,9 @@ struct Literals {
     std::vector<Literal> literals;
     bool hasArguments = false;
 };
-std::variant<NoMember, Literals> readLiterals(std::string_view text);
+std::variant<NoMember, Literals> readLiterals(char const* text);
 
 /// Whether the line of an enumeration's body is an attribute or an operation rather than literals.
-bool looksLikeMember(std::string_view text);
+bool looksLikeMember(char const* text);
 
 }  // namespace modelgen

@@ -2,8 +2,9 @@
 
 #include "examples/modelgen/pumlMember.h"
 #include "examples/modelgen/pumlRelation.h"
+#include "text/stringHelpers.h"
 
-#include <algorithm>
+#include <cstring>
 #include <optional>
 #include <utility>
 
@@ -11,50 +12,39 @@ namespace modelgen {
 
 namespace {
 
-constexpr auto nowhere = std::string_view::npos;
-
-bool startsWith(std::string_view text, std::string_view start)
-{
-    return text.substr(0, start.size()) == start;
-}
-
 // Lines that only arrange or decorate the drawing.
-constexpr std::string_view decorations[] = {
-    "hide",        "show",    "remove",    "restore",      "scale",       "left to right direction",
-    "skin",        "url",     "page",      "newpage",      "autonewpage", "top to bottom direction",
-    "allowmixing", "caption", "mainframe", "allow_mixing",
-};
+Regexp decoration(
+    "^(hide|show|remove|restore|scale|left to right direction|top to bottom direction|skin|url|page|"
+    "newpage|autonewpage|allowmixing|allow_mixing|caption|mainframe)([^A-Za-z0-9_$\x80-\xFF]|$)");
 
-constexpr std::string_view packageWords[] = {"package", "namespace", "folder",    "frame",
-                                             "node",    "cloud",     "rectangle", "database"};
+constexpr char const* packageWords[] = {"package", "namespace", "folder",    "frame",
+                                        "node",    "cloud",     "rectangle", "database"};
 
 // "-- title --", "..", "====": a line between the members of a class.
-bool isSeparator(std::string_view text)
+Regexp separator("^(--|\\.\\.|==|__$|___$|__.*__$)");
+
+Regexp procedure("^!(unquoted )?procedure");
+Regexp function("^!(unquoted )?function");
+Regexp directive("^!(include|import|if|else|define|foreach|while)");
+
+bool begins(char const* text, char const* start)
 {
-    if (text.size() < 2 || text[0] != text[1] || std::string_view("-=._").find(text[0]) == nowhere)
-        return false;
-    if (text[0] == '_')
-        return text.size() == 2 || text.substr(text.size() - 2) == "__";
-    return true;
+    return std::strncmp(text, start, std::strlen(start)) == 0;
 }
 
-CString withoutBlanks(std::string_view text)
+char lastOf(char const* text)
 {
-    CString kept;
-    for (char const c : text)
-        if (c != ' ')
-            kept += c;
-    return kept.MakeLower();
+    return text[std::strlen(text) - 1];
 }
 
-int countBraces(std::string_view text)
+int countBraces(CString const& text)
 {
-    return int(std::count(text.begin(), text.end(), '{')) - int(std::count(text.begin(), text.end(), '}'));
+    return countCharacterInStr(text, '{') - countCharacterInStr(text, '}');
 }
 
 }  // namespace
 
-void PumlReader::read(CString const& fileName, std::string_view text)
+void PumlReader::read(CString const& fileName, CString const& text)
 {
     file_ = report_.addFile(fileName);
     line_ = 0;
@@ -63,8 +53,8 @@ void PumlReader::read(CString const& fileName, std::string_view text)
     PumlSource source(text);
     while (source.next()) {
         line_ = source.line();
-        std::string_view const line = source.text();
-        if (startsWith(line, "@startuml")) {
+        char const* const line = source.text();
+        if (begins(line, "@startuml")) {
             if (diagram_ > 0) {
                 report_.error(place(), "@startuml inside a diagram: @enduml is missing");
                 endDiagram();
@@ -72,7 +62,7 @@ void PumlReader::read(CString const& fileName, std::string_view text)
             diagram_ = line_;
             hasDiagram = true;
             separatesNames_ = true;
-        } else if (startsWith(line, "@enduml")) {
+        } else if (begins(line, "@enduml")) {
             if (diagram_ == 0)
                 report_.error(place(), "@enduml without @startuml");
             endDiagram();
@@ -102,11 +92,11 @@ void PumlReader::endDiagram()
     diagram_ = 0;
 }
 
-void PumlReader::readDiagramLine(std::string_view text)
+void PumlReader::readDiagramLine(char const* text)
 {
     if (isBlock_) {
         readBlockLine(text);
-    } else if (text == "{" && expected_.package) {
+    } else if (text[0] == '{' && text[1] == '\0' && expected_.package) {
         open(*expected_.package, expected_.classifier);
         expected_ = {};
     } else {
@@ -125,7 +115,7 @@ void PumlReader::open(Package& package, Classifier* classifier)
 
 // -- Blocks ------------------------------------------------------------------------------
 
-void PumlReader::openBlock(char const* what, char const* end, std::string_view text)
+void PumlReader::openBlock(char const* what, char const* end, char const* text)
 {
     block_ = {};
     block_.what = what;
@@ -135,26 +125,26 @@ void PumlReader::openBlock(char const* what, char const* end, std::string_view t
     isBlock_ = block_.end.GetLength() > 0 || block_.braces > 0;
 }
 
-void PumlReader::readBlockLine(std::string_view text)
+void PumlReader::readBlockLine(char const* text)
 {
     if (block_.end.IsEmpty()) {
         block_.braces += countBraces(text);
         isBlock_ = block_.braces > 0;
         return;
     }
-    if (text.size() < 32 && withoutBlanks(text) == block_.end) {
+    if (CString const end = cleanWhiteSpaces(text); end.CompareNoCase(block_.end) == 0) {
         isBlock_ = false;
         if (!block_.noteTarget.IsEmpty())
             linker_.addNote(here(), block_.noteTarget, std::move(block_.text));
         return;
     }
     if (!block_.noteTarget.IsEmpty())
-        block_.text.push_back(textOf(text));
+        block_.text.push_back(text);
 }
 
 // -- Statements ----------------------------------------------------------------------------
 
-void PumlReader::readStatement(std::string_view text)
+void PumlReader::readStatement(char const* text)
 {
     if (text[0] == '}') {
         if (scopes_.empty())
@@ -173,51 +163,48 @@ void PumlReader::readStatement(std::string_view text)
     passOver(text);
 }
 
-void PumlReader::passOver(std::string_view text)
+void PumlReader::passOver(char const* text)
 {
-    report_.warning(place(), CString("not understood: passed over: ") + quoted(textOf(text)));
-    if (text.back() == '{')
+    report_.warning(place(), CString("not understood: passed over: ") + quoted(text));
+    if (lastOf(text) == '{')
         openBlock("a block", "", "{");
 }
 
-bool PumlReader::readDirective(std::string_view text)
+bool PumlReader::readDirective(char const* text)
 {
     if (text[0] != '!')
         return false;
-    bool const isSingle = text.find("return") != nowhere;
-    if (startsWith(text, "!procedure") || startsWith(text, "!unquoted procedure"))
+    bool const isSingle = std::strstr(text, "return") != nullptr;
+    if (procedure.match(text))
         openBlock("a procedure", "!endprocedure", text);
-    else if ((startsWith(text, "!function") || startsWith(text, "!unquoted function")) && !isSingle)
+    else if (function.match(text) && !isSingle)
         openBlock("a function", "!endfunction", text);
-    if (startsWith(text, "!include") || startsWith(text, "!import") || startsWith(text, "!if") ||
-        startsWith(text, "!else") || startsWith(text, "!define") || startsWith(text, "!foreach") ||
-        startsWith(text, "!while"))
-        report_.warning(place(), CString("directives are not obeyed: passed over: ") + quoted(textOf(text)));
+    if (directive.match(text))
+        report_.warning(place(), CString("directives are not obeyed: passed over: ") + quoted(text));
     return true;
 }
 
-bool PumlReader::readSetting(std::string_view text)
+bool PumlReader::readSetting(char const* text)
 {
     PumlLine line(text);
     if (!line.takeWord("set"))
         return false;
     if (line.takeWord("namespaceSeparator") || line.takeWord("separator"))
-        separatesNames_ = line.rest() != "none";
+        separatesNames_ = std::strcmp(line.rest(), "none") != 0;
     return true;
 }
 
-bool PumlReader::readFurniture(std::string_view text)
+bool PumlReader::readFurniture(char const* text)
 {
     PumlLine line(text);
-    for (std::string_view const word : decorations)
-        if (line.takeWord(word))
-            return true;
+    if (decoration.match(text))
+        return true;
     if (line.takeWord("skinparam") || line.takeWord("sprite")) {
         openBlock("skinparam", "", text);
         return true;
     }
     if (line.take("<style>")) {
-        if (line.rest().find("</style>") == nowhere)
+        if (!std::strstr(line.rest(), "</style>"))
             openBlock("<style>", "</style>", text);
         return true;
     }
@@ -237,7 +224,7 @@ bool PumlReader::readFurniture(std::string_view text)
 }
 
 // Titles and the like: on one line with their text, or a block without.
-bool PumlReader::readTitled(std::string_view text)
+bool PumlReader::readTitled(char const* text)
 {
     PumlLine line(text);
     if (line.takeWord("left") || line.takeWord("center") || line.takeWord("right")) {
@@ -263,7 +250,7 @@ bool PumlReader::readTitled(std::string_view text)
     return false;
 }
 
-bool PumlReader::readNote(std::string_view text)
+bool PumlReader::readNote(char const* text)
 {
     PumlLine line(text);
     if (!line.takeWord("note"))
@@ -283,7 +270,7 @@ bool PumlReader::readNote(std::string_view text)
         return false;  // a relation of something called "note"
 
     CString target;
-    for (std::string_view const side : {"left", "right", "top", "bottom"})
+    for (char const* const side : {"left", "right", "top", "bottom"})
         line.takeWord(side);
     if (line.takeWord("of")) {
         std::optional<CString> const name = line.name();
@@ -296,18 +283,15 @@ bool PumlReader::readNote(std::string_view text)
     } else if (line.takeWord("on")) {
         line.takeWord("link");
     }
-    std::size_t const colon = line.rest().find(':');
-    if (colon == nowhere) {
+    char const* const colon = std::strchr(line.rest(), ':');
+    if (!colon) {
         openBlock("a note", "endnote", text);
         block_.noteTarget = target;
     } else if (!target.IsEmpty()) {
-        CString content = textOf(trimmed(line.rest().substr(colon + 1)));
+        SPStringList const parts = trimmed(colon + 1).split("\\\\n");  // drawn on several lines
         std::vector<CString> lines;
-        for (int next = content.Find("\\n"); next >= 0; next = content.Find("\\n")) {
-            lines.push_back(content.Left(next));
-            content = content.Mid(next + 2);
-        }
-        lines.push_back(content);
+        for (int i = 0; i < parts.count(); ++i)
+            lines.push_back(CString(parts[i]));
         linker_.addNote(here(), target, std::move(lines));
     }
     return true;
@@ -334,13 +318,13 @@ Package& PumlReader::packageFor(CString const& name, bool isQualified, CString& 
     return *package;
 }
 
-bool PumlReader::readPackageLine(std::string_view text)
+bool PumlReader::readPackageLine(char const* text)
 {
     PumlLine line(text);
     bool isPackage = false;
-    for (std::string_view const word : packageWords)
+    for (char const* const word : packageWords)
         isPackage = isPackage || line.takeWord(word);
-    if (!isPackage || (!line.atEnd() && std::string_view("-.=:").find(line.peek()) != nowhere))
+    if (!isPackage || isOneOf(line.peek(), "-.=:"))
         return false;
 
     std::variant<BadDeclaration, PackageDeclaration> const read = readPackage(line.rest());
@@ -361,7 +345,7 @@ bool PumlReader::readPackageLine(std::string_view text)
         else
             package = &model_.package(parent, last, place());
     }
-    bool const isClosed = text.back() == '}';
+    bool const isClosed = lastOf(text) == '}';
     if (declaration.hasBody)
         open(*package, nullptr);
     else if (!isClosed)
@@ -396,7 +380,7 @@ Classifier* PumlReader::declare(ClassDeclaration const& declaration)
     return classifier;
 }
 
-void PumlReader::readClassLine(std::string_view text)
+void PumlReader::readClassLine(char const* text)
 {
     std::variant<BadDeclaration, ClassDeclaration> read = readClass(text);
     if (BadDeclaration const* const bad = std::get_if<BadDeclaration>(&read)) {
@@ -413,29 +397,32 @@ void PumlReader::readClassLine(std::string_view text)
         expected_ = {&here(), classifier, line_};
         return;
     }
-    std::string_view body = declaration.body.view();
-    bool const isClosed = !body.empty() && body.back() == '}';
-    body = trimmed(body.substr(0, body.size() - (isClosed ? 1 : 0)));
-    if (!isClosed)
+    CString body = declaration.body;
+    bool const isClosed = body.Right(1) == "}";
+    if (isClosed)
+        body = body.Left(body.GetLength() - 1);
+    else
         open(here(), classifier);
-    while (!body.empty()) {  // members on the same line, with semicolons between
-        std::size_t const end = findOutside(body, ';');
-        std::string_view const one = trimmed(body.substr(0, end));
-        if (!one.empty())
+    int end = 0;
+    for (int start = 0; start < body.GetLength(); start = end + 1) {  // members with semicolons between
+        end = findOutside(body, ';', start);
+        if (end < 0)
+            end = body.GetLength();
+        CString const one = body.Mid(start, end - start).Trim();
+        if (!one.IsEmpty())
             addMember(*classifier, one);
-        body = end == nowhere ? std::string_view() : trimmed(body.substr(end + 1));
     }
 }
 
-void PumlReader::readBodyLine(std::string_view text)
+void PumlReader::readBodyLine(char const* text)
 {
     if (text[0] == '}')
         scopes_.pop_back();
-    else if (!isSeparator(text))
+    else if (!separator.match(text))
         addMember(*scopes_.back().classifier, text);
 }
 
-void PumlReader::addMember(Classifier& owner, std::string_view text)
+void PumlReader::addMember(Classifier& owner, char const* text)
 {
     if (owner.kind == Kind::isEnum && !looksLikeMember(text)) {
         std::variant<NoMember, Literals> read = readLiterals(text);
@@ -443,7 +430,7 @@ void PumlReader::addMember(Classifier& owner, std::string_view text)
             if (none->isBroken)
                 report_.error(place(), none->reason);
             else
-                report_.warning(place(), none->reason + CString(": ") + quoted(textOf(text)));
+                report_.warning(place(), none->reason + CString(": ") + quoted(text));
             return;
         }
         Literals& literals = std::get<Literals>(read);
@@ -460,7 +447,7 @@ void PumlReader::addMember(Classifier& owner, std::string_view text)
         if (none->isBroken)
             report_.error(place(), none->reason);
         else
-            report_.warning(place(), none->reason + CString(": ") + quoted(textOf(text)));
+            report_.warning(place(), none->reason + CString(": ") + quoted(text));
     } else if (Attribute* const attribute = std::get_if<Attribute>(&read)) {
         attribute->place = place();
         owner.attributes.push_back(std::move(*attribute));
@@ -472,7 +459,7 @@ void PumlReader::addMember(Classifier& owner, std::string_view text)
 }
 
 // "Book : + title : String" adds to a class from outside.
-bool PumlReader::readShorthand(std::string_view text)
+bool PumlReader::readShorthand(char const* text)
 {
     PumlLine line(text);
     std::optional<CString> const name = line.name();
@@ -494,7 +481,7 @@ bool PumlReader::readShorthand(std::string_view text)
     return true;
 }
 
-bool PumlReader::readRelationLine(std::string_view text)
+bool PumlReader::readRelationLine(char const* text)
 {
     std::variant<RelationFault, Relation> read = readRelation(text);
     if (Relation* const relation = std::get_if<Relation>(&read)) {
@@ -505,7 +492,7 @@ bool PumlReader::readRelationLine(std::string_view text)
     switch (std::get<RelationFault>(read)) {
     case RelationFault::isNone: return false;
     case RelationFault::isUnknownArrow:
-        report_.warning(place(), CString("unknown arrow: passed over: ") + quoted(textOf(text)));
+        report_.warning(place(), CString("unknown arrow: passed over: ") + quoted(text));
         return true;
     case RelationFault::isBroken: report_.error(place(), "the relation lacks an end or a quote"); return true;
     }

@@ -17,8 +17,6 @@
 #include "examples/modelgen/pumlLine.h"
 #include "examples/modelgen/report.h"
 
-#include <string_view>
-
 namespace modelgen {
 
 class PumlReader {
@@ -26,7 +24,7 @@ public:
     PumlReader(Model& model, Report& report) : model_(model), report_(report), linker_(model, report) { }
 
     /// Reads one file, which may hold several diagrams. Diagrams and files add up to one model.
-    void read(CString const& fileName, std::string_view text);
+    void read(CString const& fileName, CString const& text);
 
     /// To be called once, behind the last file: links what the diagrams relate.
     void finish() { linker_.link(); }
@@ -48,22 +46,22 @@ private:
         std::vector<CString> text;
     };
 
-    void readDiagramLine(std::string_view text);
-    void readStatement(std::string_view text);
-    bool readFurniture(std::string_view text);
-    bool readTitled(std::string_view text);
-    bool readNote(std::string_view text);
-    bool readDirective(std::string_view text);
-    bool readPackageLine(std::string_view text);
-    bool readSetting(std::string_view text);
-    void readClassLine(std::string_view text);
-    void readBodyLine(std::string_view text);
-    void addMember(Classifier& owner, std::string_view text);
-    bool readShorthand(std::string_view text);
-    bool readRelationLine(std::string_view text);
-    void passOver(std::string_view text);
-    void openBlock(char const* what, char const* end, std::string_view text);
-    void readBlockLine(std::string_view text);
+    void readDiagramLine(char const* text);
+    void readStatement(char const* text);
+    bool readFurniture(char const* text);
+    bool readTitled(char const* text);
+    bool readNote(char const* text);
+    bool readDirective(char const* text);
+    bool readPackageLine(char const* text);
+    bool readSetting(char const* text);
+    void readClassLine(char const* text);
+    void readBodyLine(char const* text);
+    void addMember(Classifier& owner, char const* text);
+    bool readShorthand(char const* text);
+    bool readRelationLine(char const* text);
+    void passOver(char const* text);
+    void openBlock(char const* what, char const* end, char const* text);
+    void readBlockLine(char const* text);
     void endDiagram();
 
     Package& packageFor(CString const& name, bool isQualified, CString& last);

@@ -3,6 +3,7 @@
 #include "examples/modelgen/pumlLine.h"
 #include "examples/modelgen/pumlType.h"
 
+#include <cstring>
 #include <optional>
 #include <utility>
 
@@ -10,15 +11,8 @@ namespace modelgen {
 
 namespace {
 
-constexpr auto nowhere = std::string_view::npos;
-
-bool isIn(char c, std::string_view set)
-{
-    return c != '\0' && set.find(c) != nowhere;
-}
-
 // The marks that an arrow may bear at an end, as they look with the end on the left.
-bool obeyMark(std::string_view mark, RelationEnd& end)
+bool obeyMark(CString const& mark, RelationEnd& end)
 {
     if (mark == "<|" || mark == "^")
         end.isGeneral = true;
@@ -31,25 +25,26 @@ bool obeyMark(std::string_view mark, RelationEnd& end)
     else if (mark == "x")
         end.isExcluded = true;
     else
-        return mark.empty();
+        return mark.IsEmpty();
     return true;
 }
 
-// "-up->", "-l-": a direction is one only between two pieces of the line.
-std::size_t lengthOfDirection(std::string_view text)
+// "o-[#red,dashed]up->>": the marks of both ends, and between them the line, with styles, and with directions between
+// two of its pieces.
+Regexp arrow("^([<|*+^#x}{0o@()]*)"
+             "([-.=~]((left|right|up|down|le|ri|do|l|r|u|d)?([-.=~]|\\[[^]]*]))*)"
+             "([>|*+^#}{0@()]*[ox]?)");
+constexpr int leftMarks = 1, drawnLine = 2, rightMarks = 6;  // groups
+
+CString arrowPart(char const* text, int group)
 {
-    constexpr std::string_view directions[] = {"left", "right", "up", "down", "le", "ri",
-                                               "do",   "l",     "r",  "u",    "d"};
-    for (std::string_view const direction : directions)
-        if (text.substr(0, direction.size()) == direction && text.size() > direction.size() &&
-            isIn(text[direction.size()], "-.=~["))
-            return direction.size();
-    return 0;
+    Range const range = arrow.getgroup(group);
+    return CString(text + range.start(), range.length());
 }
 
 class RelationReader {
 public:
-    explicit RelationReader(std::string_view text) : line_(text) { }
+    explicit RelationReader(char const* text) : line_(text) { }
 
     std::variant<RelationFault, Relation> read()
     {
@@ -79,10 +74,10 @@ private:
             return false;
         end.name = *name;
         // "Order::lines" points at a member: the class is what counts. Packages are parted by dots there.
-        if (line_.peek() == '<' && !isIn(line_.peek(1), "|<-.=~")) {
+        if (line_.peek() == '<' && !isOneOf(line_.peek(1), "|<-.=~")) {
             PumlLine ahead = line_;
             std::optional<CString> const arguments = ahead.angled();
-            std::optional<std::vector<Type>> types = arguments ? readTypes(arguments->view()) : std::nullopt;
+            std::optional<std::vector<Type>> types = arguments ? readTypes(*arguments) : std::nullopt;
             if (types) {
                 end.arguments = std::move(*types);
                 line_ = ahead;
@@ -100,9 +95,8 @@ private:
 
     bool startsArrow() const
     {
-        if (isIn(line_.peek(), "-.=~<*+^#}{0|@()"))
-            return true;
-        return isIn(line_.peek(), "ox") && isIn(line_.peek(1), "-.=~");
+        return isOneOf(line_.peek(), "-.=~<*+^#}{0|@()") ||
+            (isOneOf(line_.peek(), "ox") && isOneOf(line_.peek(1), "-.=~"));
     }
 
     // The quoted text at an end: a multiplicity, a role name with its visibility, or both.
@@ -114,97 +108,82 @@ private:
             if (!text)
                 return false;
             line_ = ahead;
-            takeEndWords(text->view(), end);
+            takeEndWords(*text, end);
         }
         return true;
     }
 
-    static void takeEndWords(std::string_view text, RelationEnd& end)
+    static void takeEndWords(CString text, RelationEnd& end)
     {
-        CString spaced = textOf(text);
-        spaced.Replace("\\n", " ");  // drawn on two lines
-        text = trimmed(spaced.view());
+        text.Replace("\\n", " ");  // drawn on two lines
         if (std::optional<Multiplicity> const whole = readMultiplicity(text)) {
             end.isMany = whole->isMany;
             return;
         }
-        while (!text.empty()) {
-            std::size_t const stop = text[0] == '{' ? text.find('}') : text.find_first_of(" \t");
-            std::string_view const word = text.substr(0, stop);
-            text = stop == nowhere ? std::string_view() : trimmed(text.substr(stop + 1));
-            if (word[0] == '{')
-                continue;  // a constraint such as {ordered}
-            if (std::optional<Multiplicity> const multiplicity = readMultiplicity(word))
+        SPString unconstrained(text);
+        if (unconstrained.index("{") >= 0)
+            unconstrained.s("{[^}]*}?", " ", "g");  // such as {ordered}
+        SPStringList const words = unconstrained.split("' '");
+        for (int i = 0; i < words.count(); ++i) {
+            if (std::optional<Multiplicity> const multiplicity = readMultiplicity(words[i]))
                 end.isMany = multiplicity->isMany;
             else if (end.role.IsEmpty())
-                takeRole(word, end);
+                takeRole(words[i], end);
         }
     }
 
-    static void takeRole(std::string_view word, RelationEnd& end)
+    static void takeRole(SPString const& word, RelationEnd& end)
     {
         switch (word[0]) {
         case '+': end.visibility = Visibility::isPublic; break;
         case '-': end.visibility = Visibility::isPrivate; break;
         case '#': end.visibility = Visibility::isProtected; break;
         case '~': end.visibility = Visibility::isPackage; break;
-        default: end.role = textOf(word); return;
+        default: end.role = word; return;
         }
-        end.role = textOf(word.substr(1));
+        end.role = &word[1];
     }
 
     // Takes the whole arrow. False if it is of no kind that is known here.
     bool readArrow()
     {
-        std::string_view const text = line_.rest();
-        std::size_t at = 0;
-        while (at < text.size() && isIn(text[at], "<|*+^#x}{0o@()"))
-            ++at;
-        std::string_view const left = text.substr(0, at);
-
-        bool isKnown = true;
-        while (at < text.size()) {
-            if (isIn(text[at], "-.=~")) {
-                hasBody_ = true;
-                relation_.isDotted |= text[at] == '.';
-                isKnown &= text[at] == '-' || text[at] == '.';
-                ++at;
-            } else if (text[at] == '[' && hasBody_) {
-                std::size_t const end = text.find(']', at);
-                if (end == nowhere)
-                    return false;
-                std::string_view const style = text.substr(at, end - at);
-                relation_.isHidden |= style.find("hidden") != nowhere;
-                relation_.isDotted |= style.find("dashed") != nowhere || style.find("dotted") != nowhere;
-                at = end + 1;
-            } else if (std::size_t const length = hasBody_ ? lengthOfDirection(text.substr(at)) : 0) {
-                at += length;
-            } else {
-                break;
-            }
+        char const* const text = line_.rest();
+        hasBody_ = line_.takeMatch(arrow) > 0;
+        if (!hasBody_ || line_.peek() == '[')  // a style that has no end
+            return false;
+        CString const left = arrowPart(text, leftMarks);
+        CString right = arrowPart(text, rightMarks);
+        char const behind = text[arrow.getgroup(rightMarks).end() + 1];
+        bool const isLetterOfName = !right.IsEmpty() && isOneOf(right[right.GetLength() - 1], "ox") &&
+            behind != '\0' && !isOneOf(behind, " \t\"<>");
+        if (isLetterOfName) {
+            right.Truncate(right.GetLength() - 1);
+            line_ = PumlLine(text + arrow.getgroup(rightMarks).end());
         }
-        std::size_t const rightStart = at;
-        while (at < text.size() && isIn(text[at], ">|*+^#}{0@()"))
-            ++at;
-        if (at < text.size() && isIn(text[at], "ox") &&
-            (at + 1 == text.size() || isIn(text[at + 1], " \t\"<>")))
-            ++at;
-        CString right = textOf(text.substr(rightStart, at - rightStart));
-        line_.skip(at);
+
+        SPString drawn(arrowPart(text, drawnLine));
+        if (drawn.index("[") >= 0)
+            takeStyles(drawn);
+        relation_.isDotted |= drawn.index(".") >= 0;
+        bool const isKnown = drawn.tr("=~", "") == 0;
 
         right.MakeReverse();  // "|>" and "<|" are the same mark
         right.Replace('>', '<');
-        return obeyMark(left, relation_.left) & obeyMark(right.view(), relation_.right) & isKnown;
+        return obeyMark(left, relation_.left) & obeyMark(right, relation_.right) & isKnown;
+    }
+
+    // "-[hidden]-", "-[#red,dashed]-"
+    void takeStyles(SPString& drawn)
+    {
+        relation_.isHidden = drawn.m("\\[[^]]*hidden");
+        relation_.isDotted = drawn.m("\\[[^]]*(dashed|dotted)");
+        drawn.s("\\[[^]]*]", "", "g");
     }
 
     void readTail()
     {
-        while (!line_.atEnd() && line_.peek() != ':') {
-            std::size_t const next = line_.rest().find_first_of(" \t:");
-            line_.skip(next == 0 ? 1 : next);  // colours, stereotypes, links
-        }
-        if (line_.take(":"))
-            relation_.label = textOf(line_.rest());
+        if (char const* const colon = std::strchr(line_.rest(), ':'))  // behind colours, stereotypes, links
+            relation_.label = CString(colon + 1).Trim();
     }
 
     PumlLine line_;
@@ -214,7 +193,7 @@ private:
 
 }  // namespace
 
-std::variant<RelationFault, Relation> readRelation(std::string_view text)
+std::variant<RelationFault, Relation> readRelation(char const* text)
 {
     return RelationReader(text).read();
 }

@@ -6,7 +6,6 @@
 
 #include "examples/modelgen/model.h"
 
-#include <string_view>
 #include <variant>
 
 namespace modelgen {
@@ -40,6 +39,6 @@ enum class RelationFault {
     isBroken         ///< it lacks an end or a quote
 };
 
-std::variant<RelationFault, Relation> readRelation(std::string_view text);
+std::variant<RelationFault, Relation> readRelation(char const* text);
 
 }  // namespace modelgen

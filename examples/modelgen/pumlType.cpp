@@ -2,8 +2,7 @@
 
 #include "examples/modelgen/pumlLine.h"
 
-#include <algorithm>
-#include <iterator>
+#include <cstring>
 #include <utility>
 
 namespace modelgen {
@@ -11,13 +10,12 @@ namespace modelgen {
 namespace {
 
 constexpr int deepestNesting = 16;
-constexpr std::string_view arithmeticWords[] = {"unsigned", "signed", "long",  "short",
-                                                "int",      "char",   "double"};
 
-bool isArithmeticWord(std::string_view word)
+// Words that C++ writes side by side.
+bool isArithmeticWord(CString const& word)
 {
-    return std::find(std::begin(arithmeticWords), std::end(arithmeticWords), word) !=
-        std::end(arithmeticWords);
+    static Regexp words("^(unsigned|signed|long|short|int|char|double)$");
+    return words.match(word);
 }
 
 Type wrapped(char const* form, Type inner)
@@ -30,7 +28,7 @@ Type wrapped(char const* form, Type inner)
 
 class TypeReader {
 public:
-    explicit TypeReader(std::string_view text) : line_(text) { }
+    explicit TypeReader(char const* text) : line_(text) { }
 
     std::optional<Type> read()
     {
@@ -38,7 +36,8 @@ public:
         return line_.atEnd() ? type : std::nullopt;
     }
 
-    std::optional<std::vector<Type>> readList(char end)
+    /// Reads up to `end`; with an empty one up to the end of the text.
+    std::optional<std::vector<Type>> readList(char const* end)
     {
         std::vector<Type> types;
         do {
@@ -47,7 +46,7 @@ public:
                 return std::nullopt;
             types.push_back(std::move(*type));
         } while (line_.take(","));
-        if (end == '\0' ? !line_.atEnd() : !line_.take(std::string_view(&end, 1)))
+        if (*end == '\0' ? !line_.atEnd() : !line_.take(end))
             return std::nullopt;
         return types;
     }
@@ -82,11 +81,11 @@ private:
         if (!name || (*name)[0] == '@')
             return std::nullopt;
         type.name = *name;
-        while (isArithmeticWord(lastWord(type.name.view())) && startsArithmeticWord())
-            type.name += CString(" ") + textOf(line_.word());
+        while (startsArithmeticWord() && isArithmeticWord(lastWord(type.name)))
+            type.name += " " + line_.word();
         if (line_.peek() == '<') {
             line_.skip(1);
-            std::optional<std::vector<Type>> arguments = readList('>');
+            std::optional<std::vector<Type>> arguments = readList(">");
             if (!arguments)
                 return std::nullopt;
             type.arguments = std::move(*arguments);
@@ -111,13 +110,14 @@ private:
             else if (line_.take("..."))
                 form = "[]";
             else if (line_.peek() == '[') {
-                std::size_t const end = line_.rest().find(']');
-                if (end == std::string_view::npos)
+                char const* const end = std::strchr(line_.rest(), ']');
+                if (!end)
                     return std::nullopt;
-                std::string_view const bounds = trimmed(line_.rest().substr(1, end - 1));
+                int const length = int(end - line_.rest());
+                CString const bounds = CString(line_.rest() + 1, length - 1).Trim();
                 std::optional<Multiplicity> const multiplicity = readMultiplicity(bounds);
-                line_.skip(end + 1);
-                if (bounds.empty() || !multiplicity || multiplicity->isMany)
+                line_.skip(length + 1);
+                if (bounds.IsEmpty() || !multiplicity || multiplicity->isMany)
                     form = "[]";
                 else if (multiplicity->isOptional)
                     form = "?";
@@ -132,54 +132,48 @@ private:
         }
     }
 
-    static std::string_view lastWord(std::string_view name)
-    {
-        std::size_t const blank = name.rfind(' ');
-        return blank == std::string_view::npos ? name : name.substr(blank + 1);
-    }
+    static CString lastWord(CString const& name) { return name.Mid(name.ReverseFind(' ') + 1); }
 
     bool startsArithmeticWord() const
     {
         PumlLine ahead = line_;
-        return isArithmeticWord(ahead.word());
+        return isWordCharacter(line_.peek()) && isArithmeticWord(ahead.word());
     }
 
     PumlLine line_;
     int depth_ = 0;
 };
 
-bool isNumber(std::string_view text)
+bool isUnlimited(CString const& bound)
 {
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
-bool isUnlimited(std::string_view text)
-{
-    return text == "*" || text == "n" || text == "m" || text == "N" || text == "M" || text == "many";
+    return bound.FindOneOf("*nmNM") >= 0;  // "many" too
 }
 
 }  // namespace
 
-std::optional<Type> readType(std::string_view text)
+std::optional<Type> readType(char const* text)
 {
     return TypeReader(text).read();
 }
 
-std::optional<std::vector<Type>> readTypes(std::string_view text)
+std::optional<std::vector<Type>> readTypes(char const* text)
 {
-    return TypeReader(text).readList('\0');
+    return TypeReader(text).readList("");
 }
 
-std::optional<Multiplicity> readMultiplicity(std::string_view text)
+// Group 2 is the lower bound, group 4 the upper one, group 1 and 5 are the brackets.
+std::optional<Multiplicity> readMultiplicity(char const* text)
 {
-    text = trimmed(text);
-    if (text.size() > 1 && text.front() == '[' && text.back() == ']')
-        text = trimmed(text.substr(1, text.size() - 2));
-    std::size_t const dots = text.find("..");
-    std::string_view const lower = trimmed(text.substr(0, dots));
-    std::string_view const upper = dots == std::string_view::npos ? lower : trimmed(text.substr(dots + 2));
-    if (!(isNumber(lower) || isUnlimited(lower)) || !(isNumber(upper) || isUnlimited(upper)))
+    static Regexp bounds("^[ \t]*(\\[?)[ \t]*([0-9]+|many|[*nmNM])"
+                         "([ \t]*\\.\\.[ \t]*([0-9]+|many|[*nmNM]))?[ \t]*(]?)[ \t]*$");
+    if (!bounds.match(text) || bounds.getgroup(1).length() != bounds.getgroup(5).length())
         return std::nullopt;
+    auto const group = [&](int number) {
+        Range const range = bounds.getgroup(number);
+        return CString(text + range.start(), range.length());
+    };
+    CString const lower = group(2);
+    CString const upper = bounds.getgroup(4).length() > 0 ? group(4) : lower;
     Multiplicity multiplicity;
     multiplicity.isMany = isUnlimited(upper) || !(upper == "1" || upper == "0");
     multiplicity.isOptional = !multiplicity.isMany && lower == "0";

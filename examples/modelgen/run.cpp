@@ -8,7 +8,6 @@
 
 #include <memory>
 #include <ostream>
-#include <string>
 
 namespace modelgen {
 
@@ -23,7 +22,7 @@ bool readDiagrams(Options const& options, PumlReader& reader, std::ostream& err)
     bool isAllRead = true;
     for (POSITION position = options.files.GetHeadPosition(); position;) {
         CString const name = options.files.GetNext(position);
-        std::string text;
+        CString text;
         CString reason;
         if (readFile(name, text, reason)) {
             reader.read(name, text);

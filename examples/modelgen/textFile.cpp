@@ -1,98 +1,93 @@
 #include "examples/modelgen/textFile.h"
 
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <filesystem>
-#include <memory>
-#include <random>
-
-namespace fs = std::filesystem;
+#include "platform/classlib/CFile.h"
 
 namespace modelgen {
 
 namespace {
 
-constexpr std::size_t largestFile = std::size_t(1) << 30;
+constexpr int largestFile = 1 << 30;
+constexpr int tries = 1000;
 
-struct Closer {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, Closer>;
-
-CString lastReason()
+CString reasonOf(CFileException* failure)
 {
-    return errno == 0 ? "unknown error" : std::strerror(errno);
+    CString const reason = reasonFor(DWORD(failure->m_lOsError));
+    failure->Delete();
+    return reason;
 }
 
-bool writeNew(CString const& name, CString const& content, CString& reason)
+// A new file, whose name is that of another one with a number and ".new" behind it.
+HANDLE createBeside(CString const& name, CString& temporary)
 {
-    errno = 0;
-    File file(std::fopen(name, "wb"));
-    if (!file) {
-        reason = lastReason();
-        return false;
+    for (int i = 0; i < tries; ++i) {
+        temporary.Format("%s.%u.new", name, GetCurrentProcessId() + DWORD(i));
+        HANDLE const file = CreateFileA(temporary, GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr);
+        if (file != INVALID_HANDLE_VALUE || GetLastError() != ERROR_FILE_EXISTS)
+            return file;
     }
-    std::size_t const length = std::size_t(content.GetLength());
-    bool isWritten = std::fwrite(content.GetString(), 1, length, file.get()) == length;
-    isWritten = std::fflush(file.get()) == 0 && isWritten;
-    if (!isWritten)
-        reason = lastReason();
-    isWritten = std::fclose(file.release()) == 0 && isWritten;
-    if (!isWritten && reason.IsEmpty())
-        reason = lastReason();
-    return isWritten;
+    return INVALID_HANDLE_VALUE;
 }
 
 }  // namespace
 
-bool readFile(CString const& name, std::string& content, CString& reason)
+CString reasonFor(DWORD error)
 {
-    std::error_code error;
-    if (fs::is_directory(name.GetString(), error)) {
+    char sentence[256] = "";
+    FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0, sentence,
+                   sizeof sentence, nullptr);
+    CString reason = CString(sentence).TrimRight(".\r\n ");
+    if (reason.IsEmpty())
+        reason.Format("error %u", error);
+    return reason;
+}
+
+bool readFile(CString const& name, CString& content, CString& reason)
+{
+    DWORD const attributes = GetFileAttributesA(name);
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY)) {
         reason = "it is a folder";
         return false;
     }
-    errno = 0;
-    File const file(std::fopen(name, "rb"));
-    if (!file) {
-        reason = lastReason();
-        return false;
-    }
-    content.clear();
-    auto const buffer = std::make_unique<char[]>(1 << 16);
-    while (std::size_t const count = std::fread(buffer.get(), 1, 1 << 16, file.get())) {
-        content.append(buffer.get(), count);
-        if (content.size() > largestFile) {
-            reason = "it is larger than a gigabyte";
-            return false;
+    content.Empty();
+    try {
+        CFile file(name, CFile::modeRead | CFile::shareDenyNone);
+        char block[1 << 14];
+        while (UINT const count = file.Read(block, sizeof block)) {
+            content.Append(block, int(count));
+            if (content.GetLength() > largestFile) {
+                reason = "it is larger than a gigabyte";
+                return false;
+            }
         }
-    }
-    if (std::ferror(file.get())) {
-        reason = lastReason();
+        return true;
+    } catch (CFileException* failure) {
+        reason = reasonOf(failure);
         return false;
     }
-    return true;
 }
 
 bool replaceFile(CString const& name, CString const& content, CString& reason)
 {
-    static std::random_device random;
     CString temporary;
-    temporary.Format("%s.%08x.new", name, random());
-    std::error_code error;
-    bool isDone = writeNew(temporary, content, reason);
-    if (isDone) {
-        fs::rename(temporary.GetString(), name.GetString(), error);
-        if (error)
-            reason = error.message().c_str();
-        isDone = !error;
+    HANDLE const created = createBeside(name, temporary);
+    if (created == INVALID_HANDLE_VALUE) {
+        reason = reasonFor(GetLastError());
+        return false;
     }
-    if (!isDone) {
-        std::error_code ignored;
-        fs::remove(temporary.GetString(), ignored);
+    CFile file(created);
+    try {
+        file.Write(content.GetString(), UINT(content.GetLength()));
+        file.Close();
+        if (MoveFileExA(temporary, name, MOVEFILE_REPLACE_EXISTING))
+            return true;
+        reason = reasonFor(GetLastError());
+    } catch (CFileException* failure) {
+        reason = reasonOf(failure);
+        file.Abort();
     }
-    return isDone;
+    DeleteFileA(temporary);
+    return false;
 }
 
 }  // namespace modelgen

@@ -28,7 +28,7 @@ public:
     Reading(Raw, std::string const& text) : report_(stream_)
     {
         PumlReader reader(model, report_);
-        reader.read("m.puml", text);
+        reader.read("m.puml", CString(std::string_view(text)));
         reader.finish();
     }
 

@@ -1,4 +1,6 @@
 #include "examples/modelgen/run.h"
+#include "examples/modelgen/textFile.h"
+#include "tests/support/ChildProcess.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -31,19 +33,18 @@ Result runInside(std::vector<std::string> const& arguments)
     return {code, out.str(), err.str()};
 }
 
-// Starts the program by the system's shell. Arguments must not hold anything that a shell obeys.
-Result start(TemporaryFolder const& folder, std::vector<std::string> const& arguments)
+// Starts the program itself.
+zk::test::ProgramResult start(std::vector<std::string> const& arguments)
 {
     std::filesystem::path program(MODELGEN_PROGRAM);
     if (char const* const build = std::getenv("ZK_BINARY_DIR"))
         program = std::filesystem::path(build) / "bin" / program.filename();
-    std::string command = program.make_preferred().string();
-    for (std::string const& argument : arguments)
-        command += " " + argument;
-    command += " >" + folder.path("stdout") + " 2>" + folder.path("stderr");
-    int const status = std::system(command.c_str());
-    int const code = status > 255 ? status / 256 : status;  // one system shifts the code, the other doesn't
-    return {code, folder.read("stdout"), folder.read("stderr")};
+    return zk::test::runProgram(program.make_preferred().string(), arguments);
+}
+
+std::string missingFile()
+{
+    return modelgen::reasonFor(ERROR_FILE_NOT_FOUND).GetString();
 }
 
 std::string model(char const* name)
@@ -87,7 +88,7 @@ TEST(ModelgenOptions, refusesWrongArguments)
 
 TEST(ModelgenOptions, takesWhatFollowsTwoDashesAsFiles)
 {
-    EXPECT_EQ(runInside({"--", "--help"}).err, "modelgen: cannot read --help: No such file or directory\n");
+    EXPECT_EQ(runInside({"--", "--help"}).err, "modelgen: cannot read --help: " + missingFile() + "\n");
 }
 
 TEST(ModelgenRun, generatesEverySampleWithoutAWarning)
@@ -157,8 +158,7 @@ TEST(ModelgenRun, touchesNothingIfAFileCannotBeRead)
         runInside({"--out", folder.path("out"), folder.path("good.puml"), folder.path("missing")});
 
     EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.err,
-              "modelgen: cannot read " + folder.path("missing") + ": No such file or directory\n");
+    EXPECT_EQ(result.err, "modelgen: cannot read " + folder.path("missing") + ": " + missingFile() + "\n");
     EXPECT_FALSE(folder.exists("out"));
 }
 
@@ -179,7 +179,7 @@ TEST(ModelgenProgram, generatesFilesAndSaysHowMany)
 {
     TemporaryFolder folder;
 
-    Result const result = start(folder, {"--out", folder.path("out"), model("railway.puml")});
+    zk::test::ProgramResult const result = start({"--out", folder.path("out"), model("railway.puml")});
 
     EXPECT_EQ(result.code, 0);
     EXPECT_EQ(result.err, "");
@@ -192,7 +192,7 @@ TEST(ModelgenProgram, endsWithTwoAtBadInputAndNamesTheLine)
     TemporaryFolder folder;
     folder.write("bad.puml", "@startuml\nclass A {\n@enduml\n");
 
-    Result const result = start(folder, {"--out", folder.path("out"), folder.path("bad.puml")});
+    zk::test::ProgramResult const result = start({"--out", folder.path("out"), folder.path("bad.puml")});
 
     EXPECT_EQ(result.code, 2);
     EXPECT_THAT(result.err, HasSubstr("bad.puml:2: '{' is not closed"));
@@ -203,14 +203,14 @@ TEST(ModelgenProgram, endsWithOneIfAFileCannotBeRead)
 {
     TemporaryFolder folder;
 
-    EXPECT_EQ(start(folder, {"--out", folder.path("out"), folder.path("missing.puml")}).code, 1);
+    EXPECT_EQ(start({"--out", folder.path("out"), folder.path("missing.puml")}).code, 1);
 }
 
 TEST(ModelgenProgram, endsWithTwoAtWrongArguments)
 {
     TemporaryFolder folder;
 
-    Result const result = start(folder, {"--nonsense"});
+    zk::test::ProgramResult const result = start({"--nonsense"});
 
     EXPECT_EQ(result.code, 2);
     EXPECT_THAT(result.err, HasSubstr("usage: modelgen"));

@@ -114,21 +114,19 @@ TEST(TextFile, readsEveryByte)
     std::string content("a\0b\r\n\x1A\xFF", 7);
     content += std::string(200000, 'x');
     folder.write("f", content);
-    std::string read;
-    CString reason;
+    CString read, reason;
 
     EXPECT_TRUE(readFile(folder.path("f").c_str(), read, reason));
-    EXPECT_EQ(read, content);
+    EXPECT_EQ(read.view(), content);
 }
 
 TEST(TextFile, saysWhyItCannotRead)
 {
     TemporaryFolder folder;
-    std::string read;
-    CString missing, isFolder;
+    CString read, missing, isFolder;
 
     EXPECT_FALSE(readFile(folder.path("missing").c_str(), read, missing));
     EXPECT_FALSE(readFile(folder.path().c_str(), read, isFolder));
-    EXPECT_EQ(missing, "No such file or directory");
+    EXPECT_EQ(missing, reasonFor(ERROR_FILE_NOT_FOUND));
     EXPECT_EQ(isFolder, "it is a folder");
 }

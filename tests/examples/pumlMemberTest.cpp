@@ -10,7 +10,7 @@ namespace {
 std::string told(std::string const& text, char const* owner = "Book")
 {
     constexpr char visibilities[] = {'+', '#', '-', '~'};
-    std::variant<NoMember, Attribute, Operation> const read = readMember(text, owner);
+    std::variant<NoMember, Attribute, Operation> const read = readMember(text.c_str(), owner);
     std::string line;
     if (NoMember const* const none = std::get_if<NoMember>(&read))
         return (none->isBroken ? "broken: " : "prose: ") + std::string(none->reason.GetString());
@@ -171,8 +171,8 @@ TEST(PumlMember, takesLinearTimeForTextThatIsNothingButBrackets)
         while (text.size() < 400000)
             text += piece;
 
-        readMember(text, "Book");
-        readMember(text + "}", "Book");
-        readLiterals(text);
+        readMember(text.c_str(), "Book");
+        readMember((text + "}").c_str(), "Book");
+        readLiterals(text.c_str());
     }
 }

@@ -20,7 +20,7 @@ std::string told(RelationEnd const& end)
 
 std::string told(std::string const& text)
 {
-    std::variant<RelationFault, Relation> const read = readRelation(text);
+    std::variant<RelationFault, Relation> const read = readRelation(text.c_str());
     if (RelationFault const* const fault = std::get_if<RelationFault>(&read))
         return *fault == RelationFault::isNone  ? "none"
             : *fault == RelationFault::isBroken ? "broken"

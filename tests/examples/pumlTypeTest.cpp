@@ -63,10 +63,10 @@ TEST(PumlType, refusesArgumentsThatAreNestedTooDeep)
         return text;
     };
 
-    EXPECT_TRUE(readType(nested(15)));
-    EXPECT_FALSE(readType(nested(16)));
-    EXPECT_FALSE(readType(nested(3000)));
-    EXPECT_FALSE(readType("int" + std::string(100000, '*')));
+    EXPECT_TRUE(readType(nested(15).c_str()));
+    EXPECT_FALSE(readType(nested(16).c_str()));
+    EXPECT_FALSE(readType(nested(3000).c_str()));
+    EXPECT_FALSE(readType(("int" + std::string(100000, '*')).c_str()));
 }
 
 TEST(PumlType, readsMultiplicities)

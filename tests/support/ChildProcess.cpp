@@ -1,5 +1,7 @@
 #include "tests/support/ChildProcess.h"
 
+#include "tests/support/TemporaryFolder.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -12,6 +14,7 @@
 #    include <windows.h>
 #else
 #    include <csignal>
+#    include <fcntl.h>
 #    include <spawn.h>
 #    include <sys/socket.h>
 #    include <sys/wait.h>
@@ -94,6 +97,36 @@ int waitForEnd(NativeProcess process)
     return int(code);
 }
 
+HANDLE openInheritable(std::string const& name, DWORD access, DWORD creation)
+{
+    SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
+    return CreateFileA(name.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable, creation, 0,
+                       nullptr);
+}
+
+NativeProcess startProgram(std::string const& program, std::vector<std::string> const& arguments,
+                           std::string const& out, std::string const& err)
+{
+    std::string command = '"' + program + '"';
+    for (std::string const& argument : arguments)
+        command += " \"" + argument + '"';
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdInput = openInheritable("NUL", GENERIC_READ, OPEN_EXISTING);
+    startup.hStdOutput = openInheritable(out, GENERIC_WRITE, CREATE_ALWAYS);
+    startup.hStdError = openInheritable(err, GENERIC_WRITE, CREATE_ALWAYS);
+    PROCESS_INFORMATION started;
+    bool const isStarted = CreateProcessA(program.c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                                          nullptr, &startup, &started);
+    for (HANDLE const handle : {startup.hStdInput, startup.hStdOutput, startup.hStdError})
+        CloseHandle(handle);
+    if (!isStarted)
+        throw std::runtime_error("cannot start " + program);
+    CloseHandle(started.hThread);
+    return native(started.hProcess);
+}
+
 #else
 
 PipePair makePipe()
@@ -128,6 +161,29 @@ NativeProcess startSelf(std::string const& name, std::string const& argument, Pi
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0)
         throw std::runtime_error("cannot start " + name);
+    return child;
+}
+
+NativeProcess startProgram(std::string const& program, std::vector<std::string> const& arguments,
+                           std::string const& out, std::string const& err)
+{
+    std::vector<std::string> words(arguments);
+    words.insert(words.begin(), program);
+    std::vector<char*> pointers;
+    for (std::string& word : words)
+        pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, 1, out.c_str(), O_WRONLY | O_CREAT, 0600);
+    posix_spawn_file_actions_addopen(&actions, 2, err.c_str(), O_WRONLY | O_CREAT, 0600);
+    pid_t child;
+    int const error = posix_spawn(&child, program.c_str(), &actions, nullptr, pointers.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (error != 0)
+        throw std::runtime_error("cannot start " + program);
     return child;
 }
 
@@ -182,6 +238,17 @@ int ChildProcess::exitCode()
     if (!std::exchange(hasEnded_, true))
         exitCode_ = waitForEnd(process_);
     return exitCode_;
+}
+
+ProgramResult runProgram(std::string const& program, std::vector<std::string> const& arguments)
+{
+    TemporaryFolder folder;
+    NativeProcess const process = startProgram(program, arguments, folder.path("out"), folder.path("err"));
+    ProgramResult result;
+    result.code = waitForEnd(process);
+    result.out = folder.read("out");
+    result.err = folder.read("err");
+    return result;
 }
 
 bool runAsChild(int argc, char** argv, int& exitCode)

@@ -23,6 +23,7 @@
 #include "tests/support/Steps.h"
 
 #include <string>
+#include <vector>
 
 namespace zk::test {
 
@@ -60,6 +61,18 @@ private:
     int exitCode_ = -1;
     bool hasEnded_ = false;
 };
+
+/// What a program came to: its exit code (-1 if a signal ended it) and all that it wrote.
+struct ProgramResult {
+    int code = -1;
+    std::string out;
+    std::string err;
+};
+
+/// Runs another program to its end, without a shell, with an empty standard input.
+/// Arguments must hold no quotes and end in no backslash.
+/// @throws std::runtime_error if it cannot be started
+ProgramResult runProgram(std::string const& program, std::vector<std::string> const& arguments);
 
 /// For the test program's main(): true if it is a child, which has run by then.
 bool runAsChild(int argc, char** argv, int& exitCode);
