@@ -1,9 +1,9 @@
 #include "text/SPString.h"
 
+#include "platform/classlib/textSearch.h"
 #include "text/Regexp.h"
 #include "text/SPStringList.h"
 #include "text/options.h"
-#include "text/textSearch.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,7 +1,7 @@
 #include "text/endSearch.h"
 
+#include "platform/classlib/textSearch.h"
 #include "text/Regexp.h"
-#include "text/textSearch.h"
 
 #include <cctype>
 #include <cstring>

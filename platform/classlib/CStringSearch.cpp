@@ -1,5 +1,6 @@
 // The searching half of CString: finding, spans, tokens, replacing and removing.
 #include "platform/classlib/CString.h"
+#include "platform/classlib/textSearch.h"
 
 #include <algorithm>
 #include <cstring>
@@ -11,6 +12,11 @@ struct Replaced {
     std::size_t length;
     int count;
 };
+
+std::size_t findPlace(std::string_view text, std::string_view part, std::size_t from) noexcept
+{
+    return static_cast<std::size_t>(zk::findFirst(text, part, from));  // -1 is npos
+}
 
 // Replaces in place by a text that is not longer; the first occurrence is at `found`.
 Replaced replaceInPlace(char* data, std::size_t length, std::string_view from, std::string_view to,
@@ -32,7 +38,7 @@ Replaced replaceInPlace(char* data, std::size_t length, std::string_view from, s
         std::memcpy(out, to.data(), to.size());
         out += to.size();
         copied = found + from.size();
-        found = text.find(from, copied);
+        found = findPlace(text, from, copied);
         ++count;
     } while (found != std::string_view::npos);
     copyUpTo(length);
@@ -45,8 +51,7 @@ int CString::find(std::string_view text, int start) const noexcept
 {
     if (start < 0 || start > length_)
         return -1;
-    std::size_t const found = view().find(text, static_cast<std::size_t>(start));
-    return found == std::string_view::npos ? -1 : static_cast<int>(found);
+    return static_cast<int>(zk::findFirst(view(), text, static_cast<std::size_t>(start)));
 }
 
 int CString::ReverseFind(char character) const noexcept
@@ -112,7 +117,7 @@ int CString::replaceAll(std::string_view from, std::string_view to)
 {
     if (from.empty())
         return 0;
-    std::size_t const found = view().find(from);
+    std::size_t const found = findPlace(view(), from, 0);
     if (found == std::string_view::npos)
         return 0;
     // Text that does not grow is changed in place, unless that changes an argument too.
@@ -131,7 +136,7 @@ int CString::replaceGrowing(std::string_view from, std::string_view to, std::siz
         result.Preallocate(length_ / 4 * 5);  // room to grow; more is made where it is needed
     std::size_t copied = 0;
     int count = 0;
-    for (; found != std::string_view::npos; found = text.find(from, copied), ++count) {
+    for (; found != std::string_view::npos; found = findPlace(text, from, copied), ++count) {
         result.append(text.data() + copied, found - copied);
         result.append(to.data(), to.size());
         copied = found + from.size();

@@ -1,7 +1,9 @@
-// nodePool.h: the nodes of a list or map, in blocks of a fixed number.
+// nodePool.h: the nodes of a list or map, in blocks.
 //
-// A node that is given back is the next one to be used. Blocks go back to the
-// heap together, so that emptying a container costs one call per block.
+// The first blocks hold the number asked for. As the container grows, so do
+// they, up to some 32 KB: a million elements don't cost a hundred thousand
+// calls of the heap. A node that is given back is the next one to be used.
+// Blocks go back to the heap together, when the container is emptied.
 #pragma once
 
 #include <cstddef>
@@ -51,6 +53,7 @@ public:
             blocks_ = last.next;
         }
         free_ = fresh_ = end_ = nullptr;
+        made_ = 0;
     }
 
 private:
@@ -96,14 +99,21 @@ private:
 
     void addBlock()
     {
-        std::size_t const slots = headerSlots + blockSize_;
+        // An eighth of what there is already, if that is more than was asked for.
+        std::size_t const growing = made_ / 8 < largestBlock ? made_ / 8 : largestBlock;
+        std::size_t const nodes = growing > blockSize_ ? growing : blockSize_;
+        std::size_t const slots = headerSlots + nodes;
         Slot* const memory = std::allocator<Slot>().allocate(slots);
         blocks_ = ::new (static_cast<void*>(memory)) Block{blocks_, slots};
         fresh_ = memory + headerSlots;
         end_ = memory + slots;
+        made_ += nodes;
     }
 
+    static constexpr std::size_t largestBlock = (std::size_t(1) << 15) / sizeof(Slot);
+
     std::size_t blockSize_;
+    std::size_t made_ = 0;  // nodes in all blocks
     Block* blocks_ = nullptr;
     Slot* free_ = nullptr;   // given back
     Slot* fresh_ = nullptr;  // never used, up to end_

@@ -1,8 +1,9 @@
-#include "text/textSearch.h"
+#include "platform/classlib/textSearch.h"
 
 #include <cstdint>
 #include <cstring>
-#include <vector>
+#include <memory>
+#include <new>
 
 namespace zk {
 
@@ -18,16 +19,9 @@ struct Reading {
 
 // Knuth, Morris and Pratt: looks at each character once, at the price of a table.
 template <bool forward>
-std::ptrdiff_t findByTable(Reading<forward> text, Reading<forward> part, std::size_t from)
+std::ptrdiff_t findByTable(Reading<forward> text, Reading<forward> part, std::size_t const border[],
+                           std::size_t from)
 {
-    std::vector<std::size_t> border(part.size() + 1, 0);
-    for (std::size_t i = 1, k = 0; i < part.size(); ++i) {
-        while (k > 0 && part[i] != part[k])
-            k = border[k];
-        if (part[i] == part[k])
-            ++k;
-        border[i + 1] = k;
-    }
     for (std::size_t i = from, k = 0; i < text.size(); ++i) {
         while (k > 0 && text[i] != part[k])
             k = border[k];
@@ -37,6 +31,21 @@ std::ptrdiff_t findByTable(Reading<forward> text, Reading<forward> part, std::si
             return static_cast<std::ptrdiff_t>(i + 1 - k);
     }
     return -1;
+}
+
+// How long the longest beginning of the part is that also ends its first k characters; null without memory.
+template <bool forward>
+std::unique_ptr<std::size_t[]> bordersOf(Reading<forward> part)
+{
+    std::unique_ptr<std::size_t[]> border(new (std::nothrow) std::size_t[part.size() + 1]());
+    for (std::size_t i = 1, k = 0; border && i < part.size(); ++i) {
+        while (k > 0 && part[i] != part[k])
+            k = border[k];
+        if (part[i] == part[k])
+            ++k;
+        border[i + 1] = k;
+    }
+    return border;
 }
 
 // Place by place, as long as that does not compare much more than there is to read.
@@ -61,20 +70,22 @@ std::ptrdiff_t find(Reading<forward> text, Reading<forward> part, std::size_t fr
         if (k == part.size())
             return static_cast<std::ptrdiff_t>(i);
         compared += k;
-        if (compared > 4 * (i - from) + 256)
-            return findByTable(text, part, i + 1);
+        if (compared <= 4 * (i - from) + 256)
+            continue;
+        if (std::unique_ptr<std::size_t[]> const border = bordersOf(part))
+            return findByTable(text, part, border.get(), i + 1);
     }
     return -1;
 }
 
 }  // namespace
 
-std::ptrdiff_t findFirst(std::string_view text, std::string_view part, std::size_t from)
+std::ptrdiff_t findFirst(std::string_view text, std::string_view part, std::size_t from) noexcept
 {
     return find<true>({text}, {part}, from);
 }
 
-std::ptrdiff_t findLast(std::string_view text, std::string_view part)
+std::ptrdiff_t findLast(std::string_view text, std::string_view part) noexcept
 {
     std::ptrdiff_t const place = find<false>({text}, {part}, 0);
     return place < 0 ? -1 : static_cast<std::ptrdiff_t>(text.size() - part.size()) - place;
