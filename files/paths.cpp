@@ -1,6 +1,7 @@
 #include "files/paths.h"
 
 #include "platform/os/os.h"
+#include "text/reserve.h"
 
 #include <algorithm>
 #include <string>
@@ -37,7 +38,7 @@ CString omConcatDirAndFile(CString const& dir, CString const& file)
     if (file.IsEmpty())
         return dir;
     CString joined;
-    joined.Preallocate(dir.GetLength() + 1 + file.GetLength());
+    zk::reserve(joined, dir.view().size() + 1 + file.view().size());
     joined += dir;
     joined += omPathSeparator();
     joined += file;
@@ -74,14 +75,15 @@ void ParseToDirFileNameAndExtension(CString const& path, CString& dir, CString& 
     int marker = path.Find(versionMarkers[0]);
     if (marker < 0)
         marker = path.Find(versionMarkers[1]);
-    CString const version = marker < 0 ? CString() : path.Mid(marker);
-    CString const head = marker < 0 ? path : path.Left(marker);
-    if (!head.IsEmpty()) {  // an empty head leaves the results as they were, like an empty path
-        omParseToDirAndFileName(head, dir, file);
-        int const dot = file.ReverseFind('.');
-        extension = dot < 0 ? CString() : file.Mid(dot + 1);
+    if (marker >= 0) {  // at most twice: a head has no more of the marks that were looked for first
+        CString const version = path.Mid(marker);
+        ParseToDirFileNameAndExtension(path.Left(marker), dir, file, extension);
+        file += version;
+        return;
     }
-    file += version;
+    omParseToDirAndFileName(path, dir, file);
+    int const dot = file.ReverseFind('.');
+    extension = dot < 0 ? CString() : file.Mid(dot + 1);
 }
 
 CString omGetFileExtension(CString const& path)

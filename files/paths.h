@@ -46,8 +46,8 @@ ZK_UTIL_API void omParseToDirAndFileName(CString path, CString& dir, CString& fi
 ///
 /// `file` keeps its extension; `extension` is what follows the last dot of `file`, without the
 /// dot. From the first mark of a stored version on ("@@\main\" or, without one, "@@/main/") all
-/// belongs to the file: "d\f.cpp@@\main\3" gives "d", "f.cpp@@\main\3" and "cpp". An empty
-/// path leaves all three results as they were.
+/// belongs to the file: "d\f.cpp@@\main\3" gives "d", "f.cpp@@\main\3" and "cpp". What stands
+/// before the mark is taken apart in the same way. An empty path leaves all three results as they were.
 ZK_UTIL_API void ParseToDirFileNameAndExtension(CString const& path, CString& dir, CString& file,
                                                 CString& extension);
 
@@ -75,6 +75,7 @@ ZK_UTIL_API void omCleanPath(CString& path, char separator, bool keepCase, bool 
 /// Appends to `result` the way from the directory `base` to `target`; pass it empty.
 ///
 /// Both are compared without case and otherwise as they are written; the way keeps the case of
-/// `target`. Where they share no directory, `target` itself is assigned to `result`.
+/// `target`. Separators at the end of what `result` then holds go. Where the two share no directory,
+/// `target` itself is assigned, and what `result` held is lost.
 ZK_UTIL_API void omGetRelativePath(CString const& target, CString const& base, CString& result,
                                    char separator);

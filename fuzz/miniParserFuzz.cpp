@@ -1,5 +1,7 @@
-// The mini parser reads any bytes; joined again, the fields are the text.
+// The mini parser reads any bytes, as the stepwise way does; joined again, the fields are the text.
 #include "text/miniParser.h"
+
+#include "tests/text/stepwiseParser.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -20,8 +22,19 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     if (joined != text)
         std::abort();
 
-    CString params;
-    if (parser.getFirstLabel(text, params).GetLength() > text.GetLength())
+    std::vector<std::string> const expected = zk::test::StepwiseParser::split(text.view());
+    if (fields.GetCount() != INT_PTR(expected.size()))
+        std::abort();
+    POSITION at = fields.GetTailPosition();
+    for (std::string const& field : expected)
+        if (fields.GetPrev(at) != std::string_view(field))
+            std::abort();
+
+    CString params("untouched");
+    CString const label = parser.getFirstLabel(text, params);
+    zk::test::StepwiseParser::Label const stepwise = zk::test::StepwiseParser::firstLabel(text.view());
+    if (label != std::string_view(stepwise.label) ||
+        params != std::string_view(stepwise.params.value_or("untouched")))
         std::abort();
     return 0;
 }

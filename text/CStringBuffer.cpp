@@ -4,6 +4,7 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <new>
 
 namespace {
@@ -82,8 +83,12 @@ void CStringBuffer::AppendChars(char const* text)
     if (length > INT_MAX - 2)
         throw std::bad_alloc();
     int const n = int(length);
+    // A text in the own block moves with it.
+    std::less<char const*> const before;
+    bool const isOwn = m_buffer && !before(text, m_buffer) && before(text, m_buffer + m_capacity);
+    std::ptrdiff_t const place = isOwn ? text - m_buffer : 0;
     reserve(n + 2, m_capacity * growthFactor + n + 2);
-    append(text, n);
+    append(isOwn ? m_buffer + place : text, n);
 }
 
 void CStringBuffer::AppendChar(char character)

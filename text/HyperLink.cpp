@@ -1,7 +1,8 @@
 #include "text/HyperLink.h"
 
+#include "text/numbers.h"
+
 #include <algorithm>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -43,10 +44,6 @@ private:
 LinkData::LinkData() = default;
 
 LinkData::LinkData(CString const& target) : m_target(target)
-{
-}
-
-LinkData::LinkData(char const* target) : m_target(target)
 {
 }
 
@@ -104,8 +101,8 @@ CString getPlainTextAndLinksFromRichText(CString const& rich, CList<HyperLink>& 
         CString const keyword = fields.next();
         CString const target = fields.next();
         HyperLink::LinkType const type = fields.next() == fileType ? HyperLink::fileLink : HyperLink::urlLink;
-        LONG const from = std::atoi(fields.next());
-        LONG const to = std::atoi(fields.next());
+        LONG const from = zk::numberOf(fields.next());
+        LONG const to = zk::numberOf(fields.next());
         links.AddTail(HyperLink(keyword, type, target, {from, to}));
     }
     return CString(stored.view().substr(0, end));

@@ -1,8 +1,7 @@
 #include "text/StringFormatter.h"
 
 #include "platform/os/os.h"
-
-#include <cstdlib>
+#include "text/numbers.h"
 
 StringFormatter::~StringFormatter() = default;
 
@@ -32,7 +31,7 @@ void StringFormatter::operator()(CString& text)
             text.SetAt(separator + 1, first[0]);
     } else if (modifier == "h ") {
         text = text.Left(separator);
-    } else if (int const length = std::atoi(modifier); length > 0) {
+    } else if (int const length = zk::numberOf(modifier); length > 0) {
         text = text.Left(length);
     }
 }

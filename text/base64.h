@@ -10,7 +10,8 @@
 //   encoder.encode(in, std::cout);                     // any size, constant memory
 //
 // Encoder and decoder keep their place between two blocks, so a text may be given in pieces of
-// any size. Neither fails on any input. An object belongs to one thread at a time.
+// any size; a new text begins with init(). Neither fails on any input but for want of memory: the
+// stream forms take some three times their buffer size. An object belongs to one thread at a time.
 #pragma once
 
 #include "zk_export.h"
@@ -38,6 +39,7 @@ public:
     long encode(char const* in, long n, char* out);
 
     /// Ends the text: what is left of it, its pad, and always a line feed; at most 4 characters.
+    /// The state stays: call init() before the next text.
     long encode_end(char* out);
 
     /// Encodes all of `in` to `out`, from init() to encode_end() and init() again.

@@ -52,11 +52,12 @@ void copyToClipboard(UINT format, char const* text, std::size_t length, bool ope
         EmptyClipboard();
     }
     if (HGLOBAL const block = GlobalAlloc(GMEM_MOVEABLE, length + 1)) {
-        if (void* const memory = GlobalLock(block)) {
+        void* const memory = GlobalLock(block);
+        if (memory) {
             std::memcpy(memory, text, length + 1);
             GlobalUnlock(block);
         }
-        if (!SetClipboardData(format, block))
+        if (!memory || !SetClipboardData(format, block))
             GlobalFree(block);
     }
     if (open)

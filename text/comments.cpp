@@ -1,10 +1,10 @@
 #include "text/comments.h"
 
+#include "text/blanks.h"
+
 #include <string_view>
 
 namespace {
-
-constexpr std::string_view blanks = " \t\n\v\f\r";
 
 bool beginsWith(std::string_view text, std::string_view prefix)
 {
@@ -26,10 +26,9 @@ bool omIsCommentString(CString text)
 {
     std::string_view rest = text.view();
     for (;;) {
-        std::size_t const begin = rest.find_first_not_of(blanks);
-        if (begin == std::string_view::npos)
+        rest = zk::withoutLeadingBlanks(rest);
+        if (rest.empty())
             return true;
-        rest.remove_prefix(begin);
         std::string_view const end = beginsWith(rest, "//") ? "\n" : "*/";
         if (end == "*/" && !beginsWith(rest, "/*"))
             return false;
@@ -59,7 +58,6 @@ bool omIsInCommentOrQuotedString(CString text, int pos)
                 state = In::character;
             } else if (standsAt(at, "//")) {
                 state = In::lineComment;
-                ++at;
             } else if (standsAt(at, "/*")) {
                 state = In::blockComment;
                 ++at;

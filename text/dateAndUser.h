@@ -15,7 +15,7 @@ ZK_UTIL_API CString omGetCurrentUser();
 ZK_UTIL_API CString omGetCurrentTime();
 
 /// The local date as day of the week, day, month and year, with a blank behind it. Names are those of the
-/// C locale in force.
+/// locale in force (setlocale).
 ZK_UTIL_API CString omGetCurrentDate();
 
 /// The year in four digits.

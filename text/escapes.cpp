@@ -1,5 +1,7 @@
 #include "text/escapes.h"
 
+#include "text/reserve.h"
+
 #include <array>
 #include <cstring>
 #include <string_view>
@@ -54,7 +56,7 @@ CString encoded(std::string_view text, Escape const (&escapes)[Count],
         length += escapes[index[static_cast<unsigned char>(text[at])] - 1].form.size() - 1;
 
     CString result;
-    result.Preallocate(int(length));
+    zk::reserve(result, length);
     for (std::size_t done = 0;; next = findEscaped(text, done, index)) {
         result += text.substr(done, next - done);
         if (next == text.size())

@@ -4,7 +4,7 @@
 //   CString url("a b%");
 //   omEncodeUrl(url);                            // "a%20b%25"
 //
-// One pass over the text. What has no escape form passes unchanged, in both directions.
+// Linear time. What has no escape form passes unchanged, in both directions.
 #pragma once
 
 #include "zk_export.h"

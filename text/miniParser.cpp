@@ -1,7 +1,8 @@
 #include "text/miniParser.h"
 
-#include <array>
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <string>
 
 namespace {
@@ -13,35 +14,14 @@ bool standsAt(CString const& text, int position, CString const& word)
         std::memcmp(text.GetString() + position, word.GetString(), std::size_t(word.GetLength())) == 0;
 }
 
-// The kinds of the characters met in one scan, asked of the alphabet once each.
-template <class Ask>
-class KindCache {
-public:
-    explicit KindCache(Ask ask) : ask_(ask) { kinds_.fill(unasked); }
-
-    auto operator()(char character)
-    {
-        signed char& kind = kinds_[static_cast<unsigned char>(character)];
-        if (kind == unasked)
-            kind = static_cast<signed char>(ask_(character));
-        return static_cast<decltype(ask_(character))>(kind);
-    }
-
-private:
-    static constexpr signed char unasked = -1;
-    std::array<signed char, 256> kinds_;
-    Ask ask_;
-};
-
 }  // namespace
 
 miniParser::miniParser()
-    : m_alphabet(10), m_blockStarts("([{<"), m_blockEnds(")]}>"), m_ifdefWords{"ifdef", "ifndif"}
-      // the second one letter for letter: "ifndef" is no opening
-      ,
+    : m_alphabet(10), m_blockStarts("([{<"), m_blockEnds(")]}>"), m_ifdefWords{"ifdef", "ifndif"},
       m_endifWord("endif")
 {
     m_alphabet.InitHashTable(17);
+    std::fill(std::begin(m_kinds), std::end(m_kinds), static_cast<unsigned char>(charUnknown));
     initParserState();
     initAlphabet();
     initBlocks();
@@ -87,13 +67,7 @@ void miniParser::initBlocks()
 void miniParser::setAlphabetKind(char character, charType kind)
 {
     m_alphabet.SetAt(character, kind);
-}
-
-miniParser::charType miniParser::getAlphabetKind(char character)
-{
-    charType kind = charUnknown;
-    m_alphabet.Lookup(character, kind);
-    return kind;
+    m_kinds[static_cast<unsigned char>(character)] = static_cast<unsigned char>(kind);
 }
 
 char miniParser::getBlockEnd(char start)
@@ -139,6 +113,16 @@ bool miniParser::checkHardEnd(CString const& text, int& pos, int length)
     return true;
 }
 
+void miniParser::passHardBlock(CString const& text, int& pos, int length)
+{
+    while (m_inHardBlock && pos < length) {
+        int const end = text.Find(m_hardEnd, pos);
+        pos = end < 0 ? length : end;
+        if (pos < length && !checkHardEnd(text, pos, length))
+            ++pos;
+    }
+}
+
 bool miniParser::checkIfdefStart(CString const& text, int& pos)
 {
     if (getAlphabetKind(text[pos]) != charPreprocessor)
@@ -168,17 +152,16 @@ void miniParser::splitBySeperators(CString const& text, CStringList& result)
     charType const kindOfComma = getAlphabetKind(',');
     setAlphabetKind(',', charSeparator);
 
-    KindCache kindOf([this](char c) { return getAlphabetKind(c); });
     std::string closers;  // those expected, the innermost last
     int fieldStart = 0;
     int const length = text.GetLength();
     for (int pos = 0; pos < length; ++pos) {
         char const character = text[pos];
         if (m_inHardBlock) {
-            checkHardEnd(text, pos, length);
+            passHardBlock(text, pos, length);
             continue;
         }
-        charType const kind = kindOf(character);
+        charType const kind = getAlphabetKind(character);
         if (kind == charString || kind == charCommentStart) {
             checkHardStart(text, pos, length);
         } else if (kind == charPreprocessor) {
@@ -234,15 +217,14 @@ CString miniParser::getFirstLabel(CString const& text, CString& params)
     int paramsLength = none;  // known once they are closed
     int parentheses = 0;
 
-    KindCache kindOf([this](char c) { return getAlphabetKind(c); });
     int const length = text.GetLength();
     for (int pos = 0; pos < length; ++pos) {
         char const character = text[pos];
         if (m_inHardBlock) {
-            checkHardEnd(text, pos, length);
+            passHardBlock(text, pos, length);
             continue;
         }
-        charType const kind = kindOf(character);
+        charType const kind = getAlphabetKind(character);
         bool const isPending = labelStart != none && !labelTaken;
         if (kind == charString || kind == charCommentStart) {
             labelTaken |= isPending;
@@ -284,7 +266,8 @@ CString miniParser::getFirstLabel(CString const& text, CString& params)
 
     for (std::size_t i = 0; i < sizeof joined; ++i)
         setAlphabetKind(joined[i], kindsBefore[i]);
+    CString label = labelStart == none ? CString() : text.Mid(labelStart, labelLength);
     if (paramsLength != none)
         params = text.Mid(paramsStart, paramsLength);
-    return labelStart == none ? CString() : text.Mid(labelStart, labelLength);
+    return label;
 }

@@ -10,7 +10,7 @@
 // Strings, comments and the insides of #ifdef blocks are passed over. Nothing is an
 // error: an open bracket hides the separators behind it, an open string or comment runs
 // to the end of the text. A call takes time in proportion to its text. A parser belongs
-// to one thread at a time.
+// to one thread at a time; it is not copied.
 #pragma once
 
 #include "zk_export.h"
@@ -36,6 +36,8 @@ public:
     };
 
     miniParser();
+    miniParser(miniParser const&) = delete;
+    miniParser& operator=(miniParser const&) = delete;
     virtual ~miniParser();
 
     /// Puts each field of `text` between commas at top level, untrimmed, at the head of
@@ -48,7 +50,7 @@ public:
     /// The first label of `text`: letters, digits, `_`, `:`, `,`, and blanks inside `<` and `>`.
     ///
     /// `params` gets the raw text of the first pair of parentheses behind the label; without
-    /// a closed pair it stays as it was. Empty where there is no label.
+    /// a closed pair it stays as it was. Empty where there is no label. `params` may be `text`.
     CString getFirstLabel(CString const& text, CString& params);
     CString getFirstLabel(CString const& text);
 
@@ -61,7 +63,10 @@ protected:
     void initBlocks();
     void setAlphabetKind(char character, charType kind);
     /// The kind of a character; charUnknown for one that was never set.
-    charType getAlphabetKind(char character);
+    charType getAlphabetKind(char character)
+    {
+        return static_cast<charType>(m_kinds[static_cast<unsigned char>(character)]);
+    }
     /// The closing character for an opening one, or NUL.
     char getBlockEnd(char start);
 
@@ -76,13 +81,19 @@ protected:
     bool checkIfdefEnd(CString const& text, int& pos);
 
 private:
+    /// Goes to the last character of the string or comment that is open at `pos`, or behind the text.
+    void passHardBlock(CString const& text, int& pos, int length);
+
+    // The order of these is part of what other modules may rely on.
     CMap<char, char, charType, charType> m_alphabet;
     CString m_blockStarts;
     CString m_blockEnds;
-    CString m_ifdefWords[2];
+    CString m_ifdefWords[2];  // "ifndif" letter for letter: "ifndef" is no opening
     CString m_endifWord;
-    int m_parserState;
+    int m_parserState;  // has its place and is cleared, no more
     int m_ifdefLevel;
     bool m_inHardBlock;
     char m_hardEnd;
+
+    unsigned char m_kinds[256];  // what the alphabet says, for each character
 };

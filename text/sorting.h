@@ -3,7 +3,8 @@
 //   CStringList names;                           // "b", "a"
 //   omSortStringList(&names);                    // "a", "b"
 //
-// All sort in place, stably, in n log n comparisons. A null argument is left alone.
+// All sort in place, stably, in n log n comparisons. A null argument is left alone. BubbleSort and
+// omSortStringList compare texts up to a NUL, Sort compares all of them.
 #pragma once
 
 #include "zk_export.h"

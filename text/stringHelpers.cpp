@@ -3,6 +3,7 @@
 #include "text/SPString.h"
 #include "text/stringListConversions.h"
 
+#include "platform/classlib/textSearch.h"
 #include "platform/os/os.h"
 
 #include <algorithm>
@@ -54,7 +55,7 @@ bool hasInnerCapital(std::string_view text)
 }
 
 // Converts `text` from one code page to another through wide characters.
-bool convertCodePage(CString& text, UINT from, UINT to, DWORD backFlags)
+bool convertCodePage(CString& text, UINT from, UINT to)
 {
     if (text.IsEmpty())
         return true;
@@ -65,16 +66,16 @@ bool convertCodePage(CString& text, UINT from, UINT to, DWORD backFlags)
     std::wstring wide(std::size_t(wideLength), L'\0');
     MultiByteToWideChar(from, MB_ERR_INVALID_CHARS, text, text.GetLength(), wide.data(), wideLength);
 
-    int const length =
-        WideCharToMultiByte(to, backFlags, wide.data(), wideLength, nullptr, 0, nullptr, nullptr);
+    int const length = WideCharToMultiByte(to, 0, wide.data(), wideLength, nullptr, 0, nullptr, nullptr);
     if (length <= 0)
         return false;
     CString converted;
-    WideCharToMultiByte(to, backFlags, wide.data(), wideLength, converted.GetBuffer(length), length, nullptr,
-                        nullptr);
-    converted.ReleaseBufferSetLength(length);
-    text = std::move(converted);
-    return true;
+    int const written = WideCharToMultiByte(to, 0, wide.data(), wideLength, converted.GetBuffer(length),
+                                            length, nullptr, nullptr);
+    converted.ReleaseBufferSetLength(written);
+    if (written > 0)
+        text = std::move(converted);
+    return written > 0;
 }
 
 }  // namespace
@@ -129,7 +130,6 @@ CString insertSpaces(CString const& text)
     if (text == "SysMLPort" || !hasInnerCapital(text.view()))
         return text;
     CString label;
-    label.Preallocate(text.GetLength() + text.GetLength() / 2);
     bool isBehindLower = !isUpper(text[0]);
     for (char const character : text.view()) {
         bool const isCapital = isUpper(character);
@@ -164,9 +164,11 @@ int countCharacterInStr(CString const& text, char character)
 
 int ReverseFind(CString const& text, char character, int low, int high)
 {
+    if (high <= low)
+        return -1;
     int const last = std::min(high, text.GetLength() - 1);
     int const first = std::max(low, -1) + 1;
-    if (high <= low || last < first)
+    if (last < first)
         return -1;
     std::string_view const searched = text.view().substr(std::size_t(first), std::size_t(last - first + 1));
     int const found = positionOf(searched.rfind(character));
@@ -175,7 +177,7 @@ int ReverseFind(CString const& text, char character, int low, int high)
 
 int ReverseFind(CString const& text, CString const& pattern)
 {
-    return positionOf(text.view().rfind(pattern.view()));
+    return int(zk::findLast(text.view(), pattern.view()));
 }
 
 int startsWith(CString const& text, CString const& prefix, int pos, int limit)
@@ -200,14 +202,18 @@ int omFindExactString(CString const& word, CString const& text)
         return -1;
     std::string_view const all = text.view();
     std::size_t const length = word.view().size();
-    for (std::size_t at = all.find(word.view()); at != std::string_view::npos;
-         at = all.find(word.view(), at + length)) {
+    std::size_t from = 0;
+    for (;;) {
+        std::ptrdiff_t const found = zk::findFirst(all, word.view(), from);
+        if (found < 0)
+            return -1;
+        auto const at = std::size_t(found);
+        from = at + length;
         bool const isCutBefore = at > 0 && isWordCharacter(all[at - 1]);
-        bool const isCutBehind = at + length < all.size() && isWordCharacter(all[at + length]);
+        bool const isCutBehind = from < all.size() && isWordCharacter(all[from]);
         if (!isCutBefore && !isCutBehind)
             return int(at);
     }
-    return -1;
 }
 
 bool omFindExactString2(CString const& word, CString const& list)
@@ -275,16 +281,16 @@ CString zkyGetShortAlphaNumString(std::istream& in)
 void omReplaceToken(CString& text, CString const& pattern, CString const& replacement)
 {
     SPString replaced(text.GetString());
-    replaced.s(pattern, replacement, "g");
-    text = static_cast<char const*>(replaced);
+    if (replaced.s(pattern, replacement, "g") > 0)
+        text = static_cast<char const*>(replaced);
 }
 
 bool omConvertStringToUTF8(CString& text)
 {
-    return convertCodePage(text, CP_ACP, CP_UTF8, 0);
+    return convertCodePage(text, CP_ACP, CP_UTF8);
 }
 
 bool omConvertUTF8ToString(CString& text)
 {
-    return convertCodePage(text, CP_UTF8, CP_ACP, 0);
+    return convertCodePage(text, CP_UTF8, CP_ACP);
 }

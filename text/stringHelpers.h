@@ -5,7 +5,7 @@
 //   insertSpaces("myHTTPServer");                            // "my HTTPServer"
 //
 // Characters are classified with the multibyte family (_ismbcspace, _ismbcalnum, ...), byte by byte.
-// Nothing here fails; a call takes time in proportion to its text unless it says otherwise.
+// Only the conversions between code pages can fail. A call takes time in proportion to its text.
 #pragma once
 
 #include "zk_export.h"
@@ -48,7 +48,8 @@ ZK_UTIL_API int countCharacterInStr(CString const& text, char character);
 /// The last position of `character` above `low` and up to `high`; -1 if there is none.
 ZK_UTIL_API int ReverseFind(CString const& text, char character, int low, int high);
 
-/// The last position of `pattern`, occurrences that overlap included; -1 if there is none.
+/// The last position of `pattern`, occurrences that overlap included; -1 if there is none. An empty pattern
+/// stands at the end.
 ZK_UTIL_API int ReverseFind(CString const& text, CString const& pattern);
 
 /// 0 if `prefix` stands in `text` at `pos`, -1 otherwise: a comparison, not a truth value.
@@ -89,7 +90,7 @@ ZK_UTIL_API void zkyEatOneToken(CString& text, CString& token, int const* table)
 ZK_UTIL_API CString zkyGetShortAlphaNumString(std::istream& in);
 
 /// Replaces each match of the regular expression `pattern` by `replacement`, in which $& and $0 to $9 stand
-/// for what matched (SPString::s).
+/// for what matched (SPString::s). A text without a match stays as it is; in one with a match all from a NUL on goes.
 ZK_UTIL_API void omReplaceToken(CString& text, CString const& pattern, CString const& replacement);
 
 // -- Code pages ------------------------------------------------------------------------

@@ -1,5 +1,9 @@
 #include "text/stringListConversions.h"
 
+#include "platform/classlib/textSearch.h"
+#include "text/blanks.h"
+#include "text/reserve.h"
+
 #include <array>
 #include <memory>
 #include <string_view>
@@ -7,14 +11,10 @@
 namespace {
 
 constexpr int blockSize = 10;
-constexpr std::string_view blanks = " \t\n\v\f\r";
 
-std::string_view trimmed(std::string_view text)
+std::size_t findPlace(std::string_view text, std::string_view part, std::size_t from)
 {
-    std::size_t const begin = text.find_first_not_of(blanks);
-    if (begin == std::string_view::npos)
-        return {};
-    return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
+    return static_cast<std::size_t>(zk::findFirst(text, part, from));  // -1 is npos
 }
 
 struct Parts {
@@ -24,7 +24,7 @@ struct Parts {
     void add(CStringList& list, std::string_view part) const
     {
         if (trim)
-            part = trimmed(part);
+            part = zk::trimmed(part);
         if (keepEmpty || !part.empty())
             list.AddTail(CString(part));
     }
@@ -36,7 +36,7 @@ void cutAt(std::string_view text, std::string_view delimiter, Parts const& parts
     std::size_t begin = 0;
     for (;;) {
         std::size_t const end =
-            delimiter.size() == 1 ? text.find(delimiter[0], begin) : text.find(delimiter, begin);
+            delimiter.size() == 1 ? text.find(delimiter[0], begin) : findPlace(text, delimiter, begin);
         parts.add(list, text.substr(begin, end - begin));
         if (end == std::string_view::npos)
             return;
@@ -78,7 +78,7 @@ CString joined(CStringList const* list, std::string_view separator)
     std::size_t length = separator.size() * std::size_t(list->GetCount() - 1);
     for (POSITION at = list->GetHeadPosition(); at;)
         length += std::size_t(list->GetNext(at).GetLength());
-    result.Preallocate(int(length));
+    zk::reserve(result, length);
     for (POSITION at = list->GetHeadPosition(); at;) {
         result += list->GetNext(at);
         if (at)
@@ -128,7 +128,7 @@ CStringList* omConvertTemplateParamsStringToStringList(CString const& text)
     for (std::size_t at = 0; at < all.size(); ++at) {
         depth += (all[at] == '<') - (all[at] == '>');
         if (all[at] == ',' && depth == 0) {
-            list->AddTail(CString(trimmed(all.substr(begin, at - begin))));
+            list->AddTail(CString(zk::trimmed(all.substr(begin, at - begin))));
             begin = at + 1;
         }
     }
@@ -145,14 +145,14 @@ CStringList* omConvertXmlMultiStringToStringList(CString const& xml, CString con
     Parts const parts{true, false};
     std::string_view rest = xml.view();
     for (;;) {
-        std::size_t const begin = rest.find(open.view());
+        std::size_t const begin = findPlace(rest, open.view(), 0);
         if (begin == std::string_view::npos)
             break;
-        bool const isTextBefore = !onlyInside && !trimmed(rest.substr(0, begin)).empty();
+        bool const isTextBefore = !onlyInside && !zk::trimmed(rest.substr(0, begin)).empty();
         if (isTextBefore)
             parts.add(*list, rest.substr(0, begin));
         rest.remove_prefix(begin + open.view().size());
-        std::size_t const end = rest.find(close.view());
+        std::size_t const end = findPlace(rest, close.view(), 0);
         if (end == std::string_view::npos)
             break;
         parts.add(*list, rest.substr(0, end));

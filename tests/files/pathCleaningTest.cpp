@@ -173,7 +173,7 @@ TEST_F(PathCleaning, mayFindMoreToDoInItsOwnResult)
     EXPECT_STREQ(again, "z");
 }
 
-// Every path of up to eight characters from the alphabet of what matters.
+// Every path of up to ten characters from the alphabet of what matters.
 TEST_F(PathCleaning, agreesWithTheStepwiseWayOnAllShortPaths)
 {
     std::string const alphabet = "a./";

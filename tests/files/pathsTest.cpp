@@ -122,9 +122,9 @@ TEST_F(PathAlgebra, splitsOffTheExtensionWithoutItsDotAndKeepsItInTheFile)
         {"d\\f.cpp@@\\main\\3", "d", "f.cpp@@\\main\\3", "cpp"},
         {"d/f.cpp@@/main/3", "d", "f.cpp@@/main/3", "cpp"},
         {"d\\f@@\\main\\a.b", "d", "f@@\\main\\a.b", ""},
-        // The first of two marks counts, and the one with backslashes wherever it stands.
+        // The first of two marks counts; what stands before one with backslashes is taken apart again.
         {"f@@\\main\\1@@\\main\\2", "", "f@@\\main\\1@@\\main\\2", ""},
-        {"a/f.x@@/main/d.y@@\\main\\2", "a/f.x@@/main", "d.y@@\\main\\2", "y"},
+        {"a/f.x@@/main/d.y@@\\main\\2", "a", "f.x@@/main/d.y@@\\main\\2", "x"},
         {"f@@\\main", "f@@", "main", ""},
     };
     for (Parsed const& row : rows) {
@@ -224,6 +224,17 @@ TEST_F(PathAlgebra, appendsTheWayButAssignsATargetWithoutOne)
 
     EXPECT_STREQ(appended, "old..\\b");
     EXPECT_STREQ(assigned, "D:\\a");
+}
+
+TEST_F(PathAlgebra, trimsAllSeparatorsOffTheWay)
+{
+    CString way, whole("old\\\\");
+
+    omGetRelativePath("C:\\x\\y\\\\\\", "C:\\x\\z", way, '\\');
+    omGetRelativePath("C:\\x", "C:\\x", whole, '\\');
+
+    EXPECT_STREQ(way, "..\\y");
+    EXPECT_STREQ(whole, "old");  // those of what the result held, too
 }
 
 }  // namespace

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+#include <new>
+
 #include <string>
 
 namespace {
@@ -147,6 +150,26 @@ TEST(CStringBuffer, takesAMillionCharactersOneByOne)
 
     EXPECT_EQ(buffer.toString().GetLength(), 1000000);
     EXPECT_EQ(buffer.toString()[999999], 'a' + 999999 % 26);
+}
+
+TEST(CStringBuffer, takesItsOwnTextAndPartsOfIt)
+{
+    CStringBuffer buffer("abc");
+
+    buffer.AppendChars(buffer.getBuffer());      // grows, so that the block moves
+    buffer.AppendChars(buffer.getBuffer() + 4);  // "bc"
+
+    EXPECT_STREQ(buffer.getBuffer(), "abcabcbc");
+
+    CStringBuffer roomy(100);
+    roomy.AppendChars("xy");
+    roomy.AppendChars(roomy.getBuffer());
+    EXPECT_STREQ(roomy.getBuffer(), "xyxy");
+}
+
+TEST(CStringBuffer, refusesMoreThanAnIntCanCount)
+{
+    EXPECT_THROW(CStringBuffer buffer(INT_MAX), std::bad_alloc);
 }
 
 }  // namespace

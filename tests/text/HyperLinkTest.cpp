@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+
 #include <string>
 
 namespace {
@@ -42,7 +44,8 @@ TEST(HyperLink, keepsWhatItIsGiven)
     link.SetKeyWord("k");
     link.SetLinkType(HyperLink::fileLink);
     link.SetRange({2, 5});
-    link.SetLink(CString("first"));
+    link.SetLink("first");
+    EXPECT_STREQ(CString(link.GetLink()), "first");
     link.SetLink(LinkData("second"));
 
     HyperLink const copy(link);
@@ -164,6 +167,18 @@ TEST(RichText, mayBeTheKeywordOfALinkThatGoes)
 
     EXPECT_STREQ(plain, "a");
     EXPECT_EQ(told(links), "k|t|0|0|1;");
+}
+
+TEST(RichText, takesTheNearestIntForANumberThatFitsNone)
+{
+    CList<HyperLink> links;
+
+    getPlainTextAndLinksFromRichText("$OMHYPERLINKINFO$k::t::URL::4294967299::-99999999999999999999::",
+                                     links);
+
+    ASSERT_EQ(links.GetCount(), 1);
+    EXPECT_EQ(links.GetHead().GetRange().cpMin, INT_MAX);
+    EXPECT_EQ(links.GetHead().GetRange().cpMax, INT_MIN);
 }
 
 }  // namespace

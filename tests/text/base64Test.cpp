@@ -218,4 +218,40 @@ TEST(Base64, stopsAtAnOutputThatTakesNoMore)
     EXPECT_TRUE(out.bad());
 }
 
+TEST(Base64, beginsALineAnewAfterInit)
+{
+    base64::encoder encoder;
+    std::string const plain = bytes(54);
+    char out[128];
+    encoder.encode("abc", 3, out);
+
+    encoder.init();
+    long const length = encoder.encode(plain.data(), 54, out);
+
+    EXPECT_EQ(std::string(out, std::size_t(length)), slowlyEncoded(plain).substr(0, 73));
+}
+
+TEST(Base64, takesAStreamForATextOfItsOwn)
+{
+    base64::encoder encoder;
+    base64::decoder decoder;
+    char out[128];
+    encoder.encode("ab", 2, out);
+    decoder.decode("Zm9", 3, out);
+
+    std::istringstream plain("foo"), code("Zm9v\n");
+    std::ostringstream encoded, decoded;
+    encoder.encode(plain, encoded);
+    decoder.decode(code, decoded);
+    EXPECT_EQ(encoded.str(), "Zm9v\n");
+    EXPECT_EQ(decoded.str(), "foo");
+
+    std::istringstream open("fo"), openCode("Zm9");
+    std::ostringstream ignored;
+    encoder.encode(open, ignored);
+    decoder.decode(openCode, ignored);
+    EXPECT_EQ(encoder.encode("foo", 3, out), 4);
+    EXPECT_EQ(decoder.decode("Zm9v", 4, out), 3);
+}
+
 }  // namespace

@@ -58,6 +58,9 @@ TEST(Comments, andLiteralsAreKnownAtEachPosition)
         {"a/", "000"},
         {"//\"\nb", "011100"},
         {"/*//*/b", "01111000"},
+        {"/*a*//b", "01110000"},  // the slash that ends a comment begins no other
+        {"'\\''b", "011100"},     // an escaped quote does not end the character
+        {"'\\\\'b", "011100"},
     };
     for (Marked const& row : rows)
         EXPECT_EQ(marks(row.text), row.inside) << row.text;
@@ -79,6 +82,13 @@ TEST(Comments, ofTheBlockKindComeFirst)
     EXPECT_FALSE(omIsCTypePreComment("// /*"));
     EXPECT_FALSE(omIsCTypePreComment("//"));
     EXPECT_FALSE(omIsCTypePreComment(""));
+}
+
+TEST(Comments, mayStandBetweenBlanksOfAnyKind)
+{
+    EXPECT_TRUE(omIsCommentString("// a\r\n/* b */\r\n"));
+    EXPECT_TRUE(omIsCommentString(" \t\n\v\f\r// a"));
+    EXPECT_FALSE(omIsCommentString("\x01// a"));
 }
 
 }  // namespace

@@ -74,4 +74,12 @@ TEST(DateAndUser, tellsTheNameOfTheAccount)
     EXPECT_STREQ(omGetCurrentUser(), name);
 }
 
+TEST(DateAndUser, takesTheHourOfAClockThatFailsForOneBeforeNoon)
+{
+    zk::ScopedClock const clock(-1);
+    std::string const told = omGetCurrentTime().GetString();
+
+    EXPECT_EQ(told.substr(told.size() - 3), "AM ");
+}
+
 }  // namespace

@@ -1,7 +1,10 @@
 #include "text/miniParser.h"
+#include "tests/text/stepwiseParser.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -82,7 +85,9 @@ INSTANTIATE_TEST_SUITE_P(
                     // With no pair of its own it drops everything.
                     SplitRow{"(a<b],c", {"c", "(a<b]"}},
                     // An arrow inside angle brackets closes nothing.
-                    SplitRow{"a<p->q,r>,s", {"s", "a<p->q,r>"}}));
+                    SplitRow{"a<p->q,r>,s", {"s", "a<p->q,r>"}},
+                    // Only '>' makes an arrow.
+                    SplitRow{"(a-),b", {"b", "(a-)"}}));
 
 INSTANTIATE_TEST_SUITE_P(
     AroundStringsAndComments, Splitting,
@@ -94,7 +99,9 @@ INSTANTIATE_TEST_SUITE_P(
                     SplitRow{"a/*,*,/,*/,b", {"b", "a/*,*,/,*/"}}, SplitRow{"a//,\n,b", {"b", "a//,\n"}},
                     SplitRow{"a//,b", {"a//,b"}}, SplitRow{"a/b,c", {"c", "a/b"}}, SplitRow{"a/", {"a/"}},
                     SplitRow{"/*\",*/,b", {"b", "/*\",*/"}}, SplitRow{"a/*,*", {"a/*,*"}},
-                    SplitRow{"/*/,*/,b", {"b", "/*/,*/"}}));
+                    SplitRow{"/*/,*/,b", {"b", "/*/,*/"}},
+                    // The slash that ends a comment begins no other.
+                    SplitRow{"/*a*//b,c", {"c", "/*a*//b"}}));
 
 INSTANTIATE_TEST_SUITE_P(
     AroundConditionalBlocks, Splitting,
@@ -107,7 +114,11 @@ INSTANTIATE_TEST_SUITE_P(
                     SplitRow{"#ifdef A\n\"#endif\"a,b\n#endif,c", {"c", "#ifdef A\n\"#endif\"a,b\n#endif"}},
                     SplitRow{"#ifdef A\n(((\n#endif,c", {"c", "#ifdef A\n(((\n#endif"}},
                     SplitRow{"# ifdef A\na,b", {"b", "# ifdef A\na"}}, SplitRow{"#endif,b", {"b", "#endif"}},
-                    SplitRow{"#,b", {"b", "#"}}));
+                    SplitRow{"#,b", {"b", "#"}},
+                    // Comments count inside a block, too.
+                    SplitRow{"#ifdef X\n/*#endif*/a,b\n#endif,c", {"c", "#ifdef X\n/*#endif*/a,b\n#endif"}},
+                    // An end without a beginning means nothing.
+                    SplitRow{"#endif #ifdef X\na,b", {"#endif #ifdef X\na,b"}}));
 
 TEST(MiniParser, putsFieldsInFrontOfWhatTheResultHolds)
 {
@@ -132,6 +143,42 @@ TEST(MiniParser, startsEachScanAnew)
     parser.splitBySeperators("a,b", result);
 
     EXPECT_EQ(result.GetCount(), 2);
+}
+
+TEST(MiniParser, startsEachLabelAnew)
+{
+    miniParser parser;
+
+    for (char const* const open : {"\"open", "/* open", "#ifdef A"}) {
+        parser.getFirstLabel(open);
+
+        EXPECT_STREQ(parser.getFirstLabel("foo"), "foo") << open;
+    }
+}
+
+TEST(MiniParser, putsBackTheKindsThatASubclassGave)
+{
+    OpenParser parser;
+    CStringList ignored;
+    for (char const character : {':', '<', ',', '>'})
+        parser.setAlphabetKind(character, miniParser::charBlank);
+
+    parser.splitBySeperators("a,b", ignored);
+    parser.getFirstLabel("a::b");
+
+    for (char const character : {':', '<', ',', '>'})
+        EXPECT_EQ(parser.getAlphabetKind(character), miniParser::charBlank) << character;
+}
+
+TEST(MiniParser, givesTheLabelOfATextThatTakesTheParameters)
+{
+    miniParser parser;
+    CString text("  foo(a, b)");
+
+    CString const label = parser.getFirstLabel(text, text);
+
+    EXPECT_STREQ(label, "foo");
+    EXPECT_STREQ(text, "a, b");
 }
 
 TEST(MiniParser, takesACommaForASeparatorOnlyWhileItSplits)
@@ -297,7 +344,13 @@ INSTANTIATE_TEST_SUITE_P(
                     LabelRow{"foo#ifdef X\n(no)\n#endif\n(a)", {"foo", "a"}},
                     LabelRow{"foo(a#ifdef X\n)\n#endif\n)", {"foo", "a#ifdef X\n)\n#endif\n"}},
                     LabelRow{"#ifdef A\n#ifdef B\n#endif\nno\n#endif\nfoo", {"foo", "untouched"}},
-                    LabelRow{"#include foo", {"include", "untouched"}}));
+                    LabelRow{"#include foo", {"include", "untouched"}},
+                    LabelRow{"foo#bar", {"foo", "untouched"}},
+                    // Strings count inside a block.
+                    LabelRow{"#ifdef X \"#endif\" no\n#endif foo", {"foo", "untouched"}},
+                    LabelRow{"#ifdef X /*#endif*/ no\n#endif foo", {"foo", "untouched"}},
+                    // An end without a beginning means nothing.
+                    LabelRow{"f(#endif #ifdef X ) #endif a)", {"f", "#endif #ifdef X ) #endif a"}}));
 
 TEST(MiniParser, givesTheLabelWithoutItsParametersToo)
 {
@@ -316,6 +369,42 @@ TEST(MiniParser, passesThroughBytesAboveAsciiAndNuls)
 
     ASSERT_EQ(result.GetCount(), 2);
     EXPECT_EQ(result.GetTail(), CString("\xC3\xA4\0", 3));
+}
+
+// Compares with the stepwise way.
+void expectSameAsStepwise(std::string const& text)
+{
+    Fields fields = zk::test::StepwiseParser::split(text);
+    std::reverse(fields.begin(), fields.end());
+    ASSERT_EQ(splitFields(text.c_str()), fields) << text;
+
+    zk::test::StepwiseParser::Label const label = zk::test::StepwiseParser::firstLabel(text);
+    Label const expected = {label.label, label.params.value_or("untouched")};
+    ASSERT_EQ(firstLabel(text.c_str()), expected) << text;
+}
+
+constexpr char const* pieces[] = {"a", ",", "<", ">",  "(",  ")",      "\"",     "'", "/",
+                                  "*", "#", "-", "\n", "\\", "#ifdef", "#endif", "]", " "};
+
+TEST(MiniParser, agreesWithTheStepwiseWayOnEachShortText)
+{
+    for (char const* const first : pieces)
+        for (char const* const second : pieces)
+            for (char const* const third : pieces)
+                expectSameAsStepwise(std::string(first) + second + third + "a,b(c)");
+}
+
+TEST(MiniParser, agreesWithTheStepwiseWayOnLongerTexts)
+{
+    unsigned state = 3;
+    for (int round = 0; round < 20000; ++round) {
+        std::string text;
+        for (int i = 0; i < 14; ++i) {
+            state = state * 1664525u + 1013904223u;
+            text += pieces[(state >> 16) % std::size(pieces)];
+        }
+        expectSameAsStepwise(text);
+    }
 }
 
 TEST(MiniParser, takesAMillionOpenBracketsAndHashes)

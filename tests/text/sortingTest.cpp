@@ -92,4 +92,28 @@ TEST(Sorting, takesAHundredThousandElements)
     EXPECT_STREQ(list.GetTail(), "100000");
 }
 
+TEST(Sorting, comparesUpToANulWhereItGoesByMultibyteOrder)
+{
+    CString const second("a\0z", 3);
+    CString const first("a\0b", 3);
+    CStringList bubble, other, library;
+    CStringArray array;
+    for (CStringList* list : {&bubble, &other, &library}) {
+        list->AddTail(second);
+        list->AddTail(first);
+    }
+    array.Add(second);
+    array.Add(first);
+
+    BubbleSort(&bubble);
+    omSortStringList(&other);
+    BubbleSort(&array);
+    Sort(library);
+
+    EXPECT_EQ(bubble.GetHead(), second);  // they are equal: each stays in its place
+    EXPECT_EQ(other.GetHead(), second);
+    EXPECT_EQ(array.GetAt(0), second);
+    EXPECT_EQ(library.GetHead(), first);
+}
+
 }  // namespace

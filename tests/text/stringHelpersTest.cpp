@@ -1,10 +1,14 @@
 #include "text/stringHelpers.h"
 
+#include "platform/os/os.h"
 #include "text/SeperatorTables.h"
+#include "text/stringListConversions.h"
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cstdlib>
+#include <memory>
 #include <sstream>
 #include <string>
 
@@ -140,7 +144,7 @@ TEST(StringHelpers, findAWholeWord)
 TEST(StringHelpers, goOnBehindAnOccurrenceThatIsNotWhole)
 {
     EXPECT_EQ(omFindExactString("-a-", "x-a--a-"), 4);
-    EXPECT_EQ(omFindExactString("-a-", "x-a-a-"), -1);  // the whole one begins inside the first
+    EXPECT_EQ(omFindExactString("- -", "x- - -"), -1);  // a whole one begins inside the first
 }
 
 TEST(StringHelpers, findAnElementOfASeparatedList)
@@ -287,6 +291,116 @@ TEST(StringHelpers, convertNulsToo)
     EXPECT_TRUE(omConvertStringToUTF8(text));
 
     EXPECT_EQ(text, CString("a\0b", 3));
+}
+
+// All that a classifying function does with bytes above ASCII. The code page decides where it has letters there;
+// UTF-8 has none of one byte.
+TEST(StringHelpers, takeNoByteAboveAsciiForALetterWhereThePageIsUtf8)
+{
+    if (GetACP() != CP_UTF8)
+        GTEST_SKIP() << "the code page is another one";
+    for (int code = 128; code < 256; ++code) {
+        CString const byte(char(code), 1);
+
+        EXPECT_STREQ(convertToStrictAlphaNum(byte), "_") << code;
+        EXPECT_EQ(omFindExactString("a", byte + "a" + byte), 1) << code;
+        EXPECT_STREQ(cleanWhiteSpaces(byte), byte) << code;
+        EXPECT_STREQ(insertSpaces("aB" + byte), "a B" + byte) << code;
+        std::istringstream in(byte.GetString());
+        EXPECT_STREQ(zkyGetShortAlphaNumString(in), "") << code;
+    }
+}
+
+TEST(StringHelpers, moveBytesAboveAsciiWhereTheTableTakesThem)
+{
+    CString text("\xC3\xA4\"x");
+    CString token;
+
+    zkyEatOneToken(text, token, SeperatorTables::getString());
+
+    EXPECT_STREQ(token, "\xC3\xA4");
+    EXPECT_STREQ(text, "\"x");
+}
+
+TEST(StringHelpers, refuseBytesThatAreNoCharactersOfThePage)
+{
+    if (GetACP() != CP_UTF8)
+        GTEST_SKIP() << "each byte is a character of this code page";
+    CString text("\xFF\xFE");
+
+    EXPECT_FALSE(omConvertStringToUTF8(text));
+
+    EXPECT_STREQ(text, "\xFF\xFE");
+}
+
+TEST(StringHelpers, removeAllSixBlanks)
+{
+    EXPECT_STREQ(cleanWhiteSpaces(" \ta\nb\v\f\rc "), "abc");
+}
+
+TEST(StringHelpers, readAWordBehindAnyBlanks)
+{
+    std::istringstream in(" \t\n\v\f\rab1-");
+
+    EXPECT_STREQ(zkyGetShortAlphaNumString(in), "ab1");
+    EXPECT_EQ(in.peek(), '-');
+}
+
+TEST(StringHelpers, takeALimitOfNothingForOne)
+{
+    EXPECT_EQ(startsWith("abcd", "a", 0, 0), -1);
+    EXPECT_EQ(startsWith("abcd", "", 0, 0), 0);
+    EXPECT_EQ(startsWith("abcd", "ab", 1, 3), -1);
+    EXPECT_EQ(startsWith("abcd", "bc", 1, 3), 0);
+    EXPECT_EQ(startsWith("abcd", "bc", 1, 2), -1);
+}
+
+TEST(StringHelpers, searchBackwardWithinAnyBounds)
+{
+    EXPECT_EQ(ReverseFind("abca", 'a', INT_MAX, INT_MAX), -1);
+    EXPECT_EQ(ReverseFind("abca", 'a', INT_MAX, INT_MIN), -1);
+    EXPECT_EQ(ReverseFind("abca", 'a', INT_MIN, INT_MAX), 3);
+    EXPECT_EQ(ReverseFind("abca", 'a', INT_MIN, INT_MIN), -1);
+}
+
+TEST(StringHelpers, findAnEmptyPatternAtTheEnd)
+{
+    EXPECT_EQ(ReverseFind("abc", ""), 3);
+    EXPECT_TRUE(IsTheStringEndWithPattern("abc", ""));
+    EXPECT_EQ(ReverseFind("aaa", "aa"), 1);
+}
+
+TEST(StringHelpers, leaveATextAsItIsInWhichNoTokenMatches)
+{
+    CString const withNul("a\0b", 3);
+    CString untouched(withNul);
+    CString cut(withNul);
+
+    omReplaceToken(untouched, "z", "-");
+    omReplaceToken(cut, "a", "-");
+
+    EXPECT_EQ(untouched, withNul);
+    EXPECT_EQ(cut, CString("-"));
+}
+
+// What compares each place anew would take half an hour.
+TEST(StringHelpers, searchAMegabyteForHalfAMegabyteInNoTime)
+{
+    CString const text('a', 1000000);
+    CString const last = "b" + CString('a', 500000);
+    CString const word = CString('a', 500000) + "b";
+
+    EXPECT_EQ(ReverseFind(text, last), -1);
+    EXPECT_EQ(omFindExactString(word, text), -1);
+    EXPECT_EQ(text.Find(word), -1);
+    CString replaced(text);
+    EXPECT_EQ(replaced.Replace(word, CString("x")), 0);
+    std::unique_ptr<CStringList> const whole(omConvertStringToStringList(text, word, 1, 1));
+    EXPECT_EQ(whole->GetCount(), 1);
+    CString const brackets('<', 1000000);
+    std::unique_ptr<CStringList> const tags(
+        omConvertXmlMultiStringToStringList(brackets, CString('<', 500000), 1));
+    EXPECT_EQ(tags->GetCount(), 0);
 }
 
 }  // namespace

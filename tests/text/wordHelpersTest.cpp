@@ -73,6 +73,7 @@ TEST(StringFormatter, appliesTheModifierBehindAPath)
         {"abc:2", "ab"},
         {"abc:2 ", "ab"},
         {"abc:9", "abc"},
+        {"abcdef:4294967298", "abcdef"},  // the nearest int is more than there is
         {"abc:0", "abc"},
         {"abc:-1", "abc"},
         {"abc:r", "abc"},  // without its blank it is no modifier

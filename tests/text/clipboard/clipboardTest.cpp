@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <future>
 #include <string>
 #include <thread>
 
@@ -133,6 +134,35 @@ TEST(GlobalMemory, isLockedByCount)
     EXPECT_FAILS(GlobalUnlock(block), ERROR_NOT_LOCKED);
     EXPECT_GE(GlobalSize(block), 10u);
     EXPECT_EQ(GlobalFree(block), nullptr);
+}
+
+TEST(Clipboard, isLeftAloneWhileAnotherThreadHasItOpen)
+{
+    omCopyToClipboardText("old", true);
+    std::promise<bool> opened;
+    std::promise<void> tried;
+    std::thread other([&] {
+        opened.set_value(OpenClipboard(nullptr));
+        tried.get_future().wait();
+        CloseClipboard();
+    });
+    EXPECT_TRUE(opened.get_future().get());
+
+    omCopyToClipboardText("new", true);
+    omCopyToClipboardHTML("new", true);
+
+    tried.set_value();
+    other.join();
+    EXPECT_EQ(onClipboard(CF_TEXT), "old");
+    EXPECT_EQ(onClipboard(htmlFormat()), absent);
+}
+
+TEST(Clipboard, takesHtmlUpToItsFirstNul)
+{
+    omCopyToClipboardHTML(CString("a\0b", 3), true);
+    std::string const document = onClipboard(htmlFormat());
+
+    EXPECT_NE(document.find("<BODY>\n\ta\n\t</BODY>"), std::string::npos);
 }
 
 }  // namespace
