@@ -87,6 +87,66 @@ BENCHMARK(lexicallyNormal)->Name("omCleanPath, 60 characters/path::lexically_nor
 BENCHMARK(cutMidDDot)->Name("omCutMidDDot, 60 characters/ours");
 BENCHMARK(lexicallyNormal)->Name("omCutMidDDot, 60 characters/path::lexically_normal");
 
+// A path of 1 MB and one of ten times less, of the pieces that make a search from the start slow.
+CString longPath(std::string const& piece, std::size_t length)
+{
+    std::string path;
+    while (path.size() < length)
+        path += piece;
+    return CString(std::string_view(path));
+}
+
+void cleanLong(benchmark::State& state, std::string const& piece, std::size_t length)
+{
+    CString const path = longPath(piece, length);
+    for (auto _ : state) {
+        CString copy(path);
+        omCleanPath(copy, '/', true, true, false);
+        benchmark::DoNotOptimize(copy);
+    }
+    state.SetBytesProcessed(std::int64_t(state.iterations()) * path.GetLength());
+}
+
+void cutLong(benchmark::State& state, std::string const& piece, std::size_t length)
+{
+    CString const path = longPath(piece, length);
+    for (auto _ : state) {
+        CString copy(path);
+        omCutMidDDot(copy, '/');
+        benchmark::DoNotOptimize(copy);
+    }
+    state.SetBytesProcessed(std::int64_t(state.iterations()) * path.GetLength());
+}
+
+void relateLong(benchmark::State& state, std::size_t length)
+{
+    CString const target = longPath("a/", length);
+    CString const base = longPath("a/", length / 2) + longPath("b/", length / 2);
+    for (auto _ : state) {
+        CString way;
+        omGetRelativePath(target, base, way, '/');
+        benchmark::DoNotOptimize(way);
+    }
+    state.SetBytesProcessed(std::int64_t(state.iterations()) * target.GetLength());
+}
+
+constexpr std::size_t megabyte = 1000000;
+
+BENCHMARK_CAPTURE(cleanLong, cancelling, "a/../", megabyte)
+    ->Name("omCleanPath, 1 MB of cancelling pairs/ours");
+BENCHMARK_CAPTURE(cleanLong, cancellingShort, "a/../", megabyte / 10)
+    ->Name("omCleanPath, 100 KB of cancelling pairs/ours");
+BENCHMARK_CAPTURE(cleanLong, climbing, "../", megabyte)->Name("omCleanPath, 1 MB of climbs/ours");
+BENCHMARK_CAPTURE(cleanLong, staying, "./", megabyte)->Name("omCleanPath, 1 MB of dots/ours");
+BENCHMARK_CAPTURE(cleanLong, doubled, "//", megabyte)->Name("omCleanPath, 1 MB of slashes/ours");
+BENCHMARK_CAPTURE(cutLong, cancelling, "a/../", megabyte)
+    ->Name("omCutMidDDot, 1 MB of cancelling pairs/ours");
+BENCHMARK_CAPTURE(cutLong, cancellingShort, "a/../", megabyte / 10)
+    ->Name("omCutMidDDot, 100 KB of cancelling pairs/ours");
+BENCHMARK_CAPTURE(cutLong, climbing, "../", megabyte)->Name("omCutMidDDot, 1 MB of climbs/ours");
+BENCHMARK_CAPTURE(relateLong, whole, megabyte)->Name("omGetRelativePath, 1 MB/ours");
+BENCHMARK_CAPTURE(relateLong, tenth, megabyte / 10)->Name("omGetRelativePath, 100 KB/ours");
+
 #ifdef ZK_BENCH_QT
 
 struct QtPath : QString {

@@ -200,11 +200,29 @@ void urlEncode(benchmark::State& state, std::size_t distance)
     countBytes(state, std::size_t(text.GetLength()));
 }
 
+void urlDecode(benchmark::State& state, std::size_t distance)
+{
+    CString text(textWithMarks(distance, '/').c_str());
+    omEncodeUrl(text);
+    for (auto _ : state) {
+        CString copy(text);
+        omDecodeUrl(copy);
+        benchmark::DoNotOptimize(copy);
+    }
+    countBytes(state, std::size_t(text.GetLength()));
+}
+
 BENCHMARK_CAPTURE(xmlEncode, none, 0)->Name("XML escape, 10 MB without marks/ours");
 BENCHMARK_CAPTURE(xmlEncode, some, 40)->Name("XML escape, a mark per 40 characters/ours");
 BENCHMARK_CAPTURE(xmlDecode, none, 0)->Name("XML unescape, 10 MB without marks/ours");
 BENCHMARK_CAPTURE(xmlDecode, some, 40)->Name("XML unescape, a mark per 40 characters/ours");
 BENCHMARK_CAPTURE(urlEncode, none, 0)->Name("URL escape, 10 MB without marks/ours");
 BENCHMARK_CAPTURE(urlEncode, some, 40)->Name("URL escape, a mark per 40 characters/ours");
+BENCHMARK_CAPTURE(urlDecode, none, 0)->Name("URL unescape, 10 MB without marks/ours");
+BENCHMARK_CAPTURE(urlDecode, some, 40)->Name("URL unescape, a mark per 40 characters/ours");
+BENCHMARK_CAPTURE(xmlEncode, all, 1)->Name("XML escape, nothing but marks/ours");
+BENCHMARK_CAPTURE(xmlDecode, all, 1)->Name("XML unescape, nothing but marks/ours");
+BENCHMARK_CAPTURE(urlEncode, all, 1)->Name("URL escape, nothing but marks/ours");
+BENCHMARK_CAPTURE(urlDecode, all, 1)->Name("URL unescape, nothing but marks/ours");
 
 }  // namespace
