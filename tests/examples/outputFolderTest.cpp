@@ -66,6 +66,30 @@ TEST(OutputFolder, saysWhichFileItCannotWriteAndLeavesNothingBehind)
     EXPECT_EQ(entriesIn(folder.path()), 1);
 }
 
+TEST(OutputFolder, doesNotReplaceAReadOnlyFile)
+{
+    TemporaryFolder folder;
+    folder.write("kept.h", "old");
+    SetFileAttributesA(folder.path("kept.h").c_str(), FILE_ATTRIBUTE_READONLY);
+    OutputFolder output(folder.path().c_str());
+
+    EXPECT_THROW(output.put("kept.h", "new"), OutputFailure);
+
+    EXPECT_EQ(folder.read("kept.h"), "old");
+    EXPECT_EQ(entriesIn(folder.path()), 1);
+    SetFileAttributesA(folder.path("kept.h").c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST(OutputFolder, takesFoldersWithEitherKindOfSlash)
+{
+    TemporaryFolder folder;
+    OutputFolder output((folder.path("new") + "\\deep/").c_str());
+
+    output.put("a/C.h", "text");
+
+    EXPECT_EQ(folder.read("new/deep/a/C.h"), "text");
+}
+
 TEST(OutputFolder, saysWhatStandsInTheWayOfAFolder)
 {
     TemporaryFolder folder;

@@ -84,7 +84,8 @@ BENCHMARK(qtJoin)->UseRealTime()->Name("join a CStringList of 1,000,000/QStringL
 #endif
 
 [[maybe_unused]] bool const registered = [] {
-    zk::bench::addPerl("split 1,000,000 fields into a CStringList", textInPerl, "{ my @f = split(/,/, $t); }");
+    zk::bench::addPerl("split 1,000,000 fields into a CStringList", textInPerl,
+                       "{ my @f = split(/,/, $t); }");
     zk::bench::addPerl("split 1,000,000 fields at a set", textInPerl, "{ my @f = split(/[,;]/, $t); }");
     return true;
 }();
