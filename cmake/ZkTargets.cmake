@@ -122,10 +122,15 @@ function(zk_test name)
     endif()
 endfunction()
 
-# zk_bench(<name> [PEERS <lib>...]): one Google Benchmark program from this folder's *Bench.cpp files.
+# zk_bench(<name> [PEERS <lib>...] [SUBDIRS <folder>...])
+# One Google Benchmark program from the *Bench.cpp files of this folder and of the named folders below it.
 function(zk_bench name)
-    cmake_parse_arguments(ARG "" "" "PEERS" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "PEERS;SUBDIRS" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*Bench.cpp)
+    foreach(folder IN LISTS ARG_SUBDIRS)
+        file(GLOB more CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*Bench.cpp)
+        list(APPEND sources ${more})
+    endforeach()
     if(NOT sources)
         return()
     endif()

@@ -2,6 +2,7 @@
 
 #include "platform/os/posix/globalMemory.h"
 #include "platform/os/posix/lastError.h"
+#include "platform/os/posix/neverDestroyed.h"
 
 #include <map>
 #include <mutex>
@@ -9,28 +10,36 @@
 #include <string>
 #include <strings.h>
 #include <thread>
-#include <vector>
 
 using zk::os::report;
 
 namespace {
 
 constexpr UINT firstNamedFormat = 0xC000;
+constexpr UINT lastNamedFormat = 0xFFFF;
+
+// Names that differ in case alone are the same.
+struct ComesBefore {
+    bool operator()(std::string const& left, std::string const& right) const noexcept
+    {
+        return strcasecmp(left.c_str(), right.c_str()) < 0;
+    }
+};
 
 struct Clipboard {
     std::mutex mutex;
     std::optional<std::thread::id> openBy;
     std::map<UINT, HGLOBAL> blocks;
-    std::vector<std::string> names;  // of the formats from firstNamedFormat on
+    std::map<std::string, UINT, ComesBefore> names;  // of the formats from firstNamedFormat on
 
     bool isOpenHere() const { return openBy == std::this_thread::get_id(); }
 };
 
-// Never destroyed: the clipboard is used by static destructors too.
-Clipboard& clipboard()
+// The clipboard is used by static destructors too.
+Clipboard& clipboard() noexcept
 {
-    static Clipboard& instance = *new Clipboard;
-    return instance;
+    static zk::os::NeverDestroyed<Clipboard> instance;
+    return instance.object;
 }
 
 }  // namespace
@@ -67,7 +76,7 @@ BOOL EmptyClipboard() noexcept
 HANDLE SetClipboardData(UINT format, HANDLE block) noexcept
 try {
     std::lock_guard const lock(clipboard().mutex);
-    if (!clipboard().isOpenHere()) {
+    if (!clipboard().isOpenHere() || format == 0) {
         SetLastError(ERROR_CLIPBOARD_NOT_OPEN);
         return nullptr;
     }
@@ -108,13 +117,17 @@ try {
         return 0;
     }
     std::lock_guard const lock(clipboard().mutex);
-    std::vector<std::string>& names = clipboard().names;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        if (strcasecmp(names[i].c_str(), name) == 0)
-            return UINT(firstNamedFormat + i);
+    auto& names = clipboard().names;
+    auto const known = names.find(name);
+    if (known != names.end())
+        return known->second;
+    if (firstNamedFormat + names.size() > lastNamedFormat) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return 0;
     }
-    names.emplace_back(name);
-    return UINT(firstNamedFormat + names.size() - 1);
+    UINT const number = UINT(firstNamedFormat + names.size());
+    names.emplace(name, number);
+    return number;
 } catch (std::bad_alloc const&) {
     SetLastError(ERROR_NOT_ENOUGH_MEMORY);
     return 0;

@@ -28,7 +28,7 @@ ZK_UTIL_API BOOL WINAPI EmptyClipboard() noexcept;
 
 /// Hands a block (GlobalAlloc) to the clipboard, in place of one of the same format; gives it back.
 ///
-/// Null with ERROR_CLIPBOARD_NOT_OPEN if the calling thread has not opened the clipboard, with
+/// Null with ERROR_CLIPBOARD_NOT_OPEN if the calling thread has not opened the clipboard and for format 0, with
 /// ERROR_INVALID_HANDLE for no block; the caller then still owns it. Blocks to be rendered later (null)
 /// are not supplied.
 ZK_UTIL_API HANDLE WINAPI SetClipboardData(UINT format, HANDLE block) noexcept;
@@ -39,6 +39,6 @@ ZK_UTIL_API HANDLE WINAPI GetClipboardData(UINT format) noexcept;
 /// Whether there is a block of a format.
 ZK_UTIL_API BOOL WINAPI IsClipboardFormatAvailable(UINT format) noexcept;
 
-/// The number of a named format, the same for names that differ in case alone; 0xC000 and above.
-/// 0 with ERROR_INVALID_NAME for an empty name.
+/// The number of a named format, the same for names that differ in case alone; 0xC000 to 0xFFFF.
+/// 0 with ERROR_INVALID_NAME for an empty name, with ERROR_NOT_ENOUGH_MEMORY when all numbers are taken.
 ZK_UTIL_API UINT WINAPI RegisterClipboardFormatA(LPCSTR name) noexcept;

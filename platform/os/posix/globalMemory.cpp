@@ -1,6 +1,7 @@
 #include "platform/os/posix/globalMemory.h"
 
 #include "platform/os/posix/lastError.h"
+#include "platform/os/posix/neverDestroyed.h"
 
 #include <memory>
 #include <mutex>
@@ -23,11 +24,11 @@ struct Blocks {
     std::uintptr_t lastHandle = 0;
 };
 
-// Never destroyed: blocks are freed by static destructors too.
-Blocks& blocks()
+// Blocks are freed by static destructors too.
+Blocks& blocks() noexcept
 {
-    static Blocks& instance = *new Blocks;
-    return instance;
+    static zk::os::NeverDestroyed<Blocks> instance;
+    return instance.object;
 }
 
 // Call with the mutex held.

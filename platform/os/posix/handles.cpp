@@ -1,5 +1,6 @@
 #include "platform/os/posix/handles.h"
 
+#include "platform/os/posix/neverDestroyed.h"
 #include "platform/os/posix/threadRecord.h"
 #include "platform/os/posix/threads.h"
 
@@ -28,8 +29,7 @@ struct Slot {
 constexpr std::size_t slotsPerChunk = 1024;
 constexpr std::size_t maximumChunks = 1024;
 
-// Never destroyed: handles are closed by static destructors too. A chunk stays
-// where it is, so that a slot is found without a lock.
+// A chunk stays where it is, so that a slot is found without a lock.
 struct Table {
     std::mutex mutex;
     std::array<std::atomic<Slot*>, maximumChunks> chunks{};
@@ -37,17 +37,12 @@ struct Table {
     std::uint32_t firstFree = 0;  // index + 1
 };
 
-union NeverDestroyed {
-    constexpr NeverDestroyed() noexcept : table() { }
-    ~NeverDestroyed() { }
-    Table table;
-};
-
-constinit NeverDestroyed storage;
+// Handles are closed by static destructors too.
+constinit NeverDestroyed<Table> storage;
 
 Table& table() noexcept
 {
-    return storage.table;
+    return storage.object;
 }
 
 // The table's lock, for a thread that may not be ended while it holds it.
@@ -216,6 +211,11 @@ DWORD KernelObject::wait(DWORD) noexcept
 {
     SetLastError(ERROR_INVALID_HANDLE);
     return 0xFFFFFFFFu;
+}
+
+DWORD KernelObject::release() noexcept
+{
+    return ERROR_INVALID_HANDLE;
 }
 
 int KernelObject::descriptor() const noexcept

@@ -56,6 +56,10 @@ public:
     /// A wait of 0 milliseconds never blocks: it is made on a pinned handle.
     virtual DWORD wait(DWORD milliseconds) noexcept;
 
+    /// Gives back what the calling thread took by a wait and owns: a mutex. Gives an
+    /// error number, ERROR_INVALID_HANDLE for any other object.
+    virtual DWORD release() noexcept;
+
     /// The descriptor behind the object, or -1. What a child process inherits.
     virtual int descriptor() const noexcept;
 };

@@ -63,17 +63,23 @@ Locale const& localeOfName(std::string_view name) noexcept
     return byLanguage ? *byLanguage : standard;
 }
 
-Locale const& userLocale()
+// Without memory: a name that is too long for the buffer is none that is known.
+Locale const& userLocale() noexcept
 {
+    PreserveLastError const kept;
     for (char const* const variable : {"LC_ALL", "LC_CTYPE", "LANG"}) {
-        if (auto const name = environmentVariable(variable); name && !name->empty())
-            return localeOfName(*name);
+        char name[64];
+        DWORD const length = GetEnvironmentVariableA(variable, name, sizeof name);
+        if (length >= sizeof name)
+            return standard;
+        if (length != 0)
+            return localeOfName({name, length});
     }
     return standard;
 }
 
 // Null for a number that is not known.
-Locale const* findLocale(LCID number)
+Locale const* findLocale(LCID number) noexcept
 {
     constexpr LCID languageAndSort = 0x000FFFFF;
     switch (number) {

@@ -2,10 +2,13 @@
 
 #include "platform/os/posix/lastError.h"
 #include "platform/os/posix/systemCalls.h"
+#include "platform/os/posix/utf8.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <span>
 #include <string>
 #include <string_view>
@@ -78,15 +81,26 @@ int buttonOf(std::string_view answer, std::span<int const> buttons)
     return found;
 }
 
-// Control characters of a text could take over the terminal that shows it.
-std::string withoutControls(std::string text)
+// Control characters of a text could take over the terminal that shows it: those
+// of ASCII, those behind them (U+0080 to U+009F), and bytes that are no UTF-8, which a
+// terminal of 8 bits may take for the same.
+std::string withoutControls(std::string_view text)
 {
-    for (char& c : text) {
-        bool const isControl = static_cast<unsigned char>(c) < ' ' || c == '\x7F';
-        if (isControl && c != '\n' && c != '\t')
-            c = '?';
+    std::string shown;
+    shown.reserve(text.size());
+    auto const* at = reinterpret_cast<unsigned char const*>(text.data());
+    auto const* const end = at + text.size();
+    while (at != end) {
+        Utf8Character const character = decodeUtf8(at, end);
+        char32_t const code = character.code;
+        bool const isControl = code < ' ' || (code >= 0x7F && code < 0xA0);
+        if (!character.valid || (isControl && code != '\n' && code != '\t'))
+            shown += '?';
+        else
+            shown.append(reinterpret_cast<char const*>(at), character.length);
+        at += character.length;
     }
-    return text;
+    return shown;
 }
 
 std::string withUnixLines(std::string_view text)
@@ -100,12 +114,27 @@ std::string withUnixLines(std::string_view text)
     return result;
 }
 
+// Calls until the descriptor, which may be one that never blocks, is ready.
+template <class Call>
+ssize_t whenReady(int descriptor, short event, Call call)
+{
+    for (;;) {
+        ssize_t const result = uninterrupted(call);
+        if (result >= 0 || (errno != EAGAIN && errno != EWOULDBLOCK))
+            return result;
+        pollfd wanted = {descriptor, event, 0};
+        if (poll(&wanted, 1, -1) == -1 && errno != EINTR)
+            return -1;
+    }
+}
+
 // Nobody is left to be told when standard error fails too.
 void print(std::string_view text)
 {
     while (!text.empty()) {
-        ssize_t const done =
-            uninterrupted([&] { return systemCalls().write(STDERR_FILENO, text.data(), text.size()); });
+        ssize_t const done = whenReady(STDERR_FILENO, POLLOUT, [&] {
+            return systemCalls().write(STDERR_FILENO, text.data(), text.size());
+        });
         if (done <= 0)
             return;
         text.remove_prefix(std::size_t(done));
@@ -120,7 +149,7 @@ bool readLine(std::string& line)
     line.clear();
     for (;;) {
         char c;
-        if (uninterrupted([&] { return systemCalls().read(STDIN_FILENO, &c, 1); }) != 1)
+        if (whenReady(STDIN_FILENO, POLLIN, [&] { return systemCalls().read(STDIN_FILENO, &c, 1); }) != 1)
             return false;
         if (c == '\n')
             return true;
@@ -190,10 +219,7 @@ int MessageBoxA(HWND, LPCSTR text, LPCSTR caption, UINT type)
     if (message.empty() || message.back() != '\n')
         message += '\n';
 
-    if (!isatty(STDIN_FILENO) || !isatty(STDERR_FILENO)) {
-        print(message);
-        return buttons[defaultIndex];
-    }
-    print(withoutControls(std::move(message)));
-    return ask(buttons, defaultIndex);
+    bool const isShownByTerminal = isatty(STDERR_FILENO);
+    print(isShownByTerminal ? withoutControls(message) : message);
+    return isShownByTerminal && isatty(STDIN_FILENO) ? ask(buttons, defaultIndex) : buttons[defaultIndex];
 }

@@ -62,7 +62,9 @@
 /// of its name in any case, or nothing for the default; any other line asks
 /// again. When the input ends, the answer is Cancel if it is a choice, else
 /// the default. Elsewhere the text goes to standard error and the default
-/// button is the answer. Bits 8 to 11 say which button is the default, the
+/// button is the answer. Whenever standard error is a terminal, control characters
+/// of caption and text but line feeds and tabs, and bytes that are no UTF-8, are
+/// shown as "?"; what goes to a file or pipe is written as it is. Bits 8 to 11 say which button is the default, the
 /// first one if there are not so many. Icons, owner and modality show nowhere.
 ///
 /// 0 and ERROR_INVALID_MSGBOX_STYLE if the low four bits are above 6.

@@ -111,7 +111,10 @@ BOOL PostThreadMessageA(DWORD thread, UINT message, WPARAM wParam, LPARAM lParam
 
 void PostQuitMessage(int exitCode) noexcept
 {
-    ownQueue()->postQuit(exitCode);
+    reportOf([&]() -> DWORD {
+        ownQueue()->postQuit(exitCode);
+        return ERROR_SUCCESS;
+    });
 }
 
 LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam)

@@ -26,7 +26,8 @@ ZK_UTIL_API BOOL WINAPI PostMessageA(HWND window, UINT message, WPARAM wParam, L
 /// ERROR_INVALID_THREAD_ID for a thread without a queue, ERROR_NOT_ENOUGH_QUOTA as above.
 ZK_UTIL_API BOOL WINAPI PostThreadMessageA(DWORD thread, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
-/// Makes the calling thread's queue give WM_QUIT once no posted message is left.
+/// Makes the calling thread's queue give WM_QUIT once no posted message is left. Without memory for
+/// a queue nothing happens but ERROR_NOT_ENOUGH_MEMORY.
 ZK_UTIL_API void WINAPI PostQuitMessage(int exitCode) noexcept;
 
 /// Calls a window's procedure in the window's own thread and gives its result.

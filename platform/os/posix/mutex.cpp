@@ -1,45 +1,53 @@
 #include "platform/os/posix/mutex.h"
 
 #include "platform/os/posix/namedObjects.h"
+#include "platform/os/posix/neverDestroyed.h"
+#include "platform/os/posix/ownedMutex.h"
 #include "platform/os/posix/robustMutex.h"
 #include "platform/os/posix/sync.h"
 #include "platform/os/posix/threadRecord.h"
 #include "platform/os/posix/waits.h"
 
+#include <algorithm>
 #include <mutex>
 #include <new>
 #include <vector>
 
-// A mutex is a robust one of the system plus what only this process knows:
-// which of its threads is inside, and how often. Threads are told apart by a
-// number that is never used twice, so that a dead owner's number means nobody.
+// Two kinds
+// ---------
+// A mutex without a name is an OwnedMutex: nothing outside this process sees
+// it, so that the threads' own records can tell of a dead owner.
 //
+// One with a name is a robust mutex of the system in shared memory, plus what
+// only this process knows: which of its threads is inside, and how often.
+// Threads are told apart by a number that is never used twice, so that a dead
+// owner's number means nobody.
+//
+// Parking
+// -------
 // Closing the last handle of a mutex that a thread holds leaves that thread
-// with an entry in the kernel's list of what it holds, and the memory must
-// stay where the list points. Such a body is parked:
+// with an entry in the list of what it holds, and the memory must stay where
+// the list points. Such a body is parked:
 //  - without a name, until its owner has ended (its owner's own close releases it instead);
-//  - with a name that others use, for good: its owner holds it as before, seen by
-//    them, and finds it again when it opens the name anew.
+//  - with a name, likewise; but if others use the name, for good: its owner holds
+//    it as before, seen by them, and finds it again when it opens the name anew.
 
 namespace zk::os {
 namespace {
 
-struct MutexBody {
+struct NamedBody {
     pthread_mutex_t* native = nullptr;
     std::atomic<std::uint64_t> holder{0};  // a thread's serial number
     DWORD depth = 0;                       // of the holder alone
-    pthread_mutex_t own;                   // used without a name
-    std::unique_ptr<NamedMemory> memory;   // used with a name
-    std::unique_ptr<NamedMemory> lease;    // of a parked body that is in use again
-    bool isSeenByOthers = false;           // parked, while other processes use the name
+    std::unique_ptr<NamedMemory> memory;
+    std::unique_ptr<NamedMemory> lease;  // of a parked body that is in use again
+    bool isSeenByOthers = false;         // parked, while other processes use the name
 
-    MutexBody() = default;
-    ~MutexBody()
+    NamedBody() = default;
+    ~NamedBody()
     {
         if (holder.load(std::memory_order_relaxed) != 0)
             unlock();  // of a creator who failed half-way
-        if (native == &own)
-            pthread_mutex_destroy(&own);
     }
 
     void taken(std::uint64_t thread) noexcept
@@ -55,10 +63,25 @@ struct MutexBody {
     }
 };
 
+bool isFree(OwnedMutex const& mutex) noexcept
+{
+    return !mutex.isHeld();
+}
+
+// One that others see is never looked at: that would take the next waiter's WAIT_ABANDONED away.
+bool isFree(NamedBody& body) noexcept
+{
+    if (body.isSeenByOthers || tryLockRobust(*body.native) == WAIT_TIMEOUT)
+        return false;
+    body.unlock();
+    return true;
+}
+
 // Keeps bodies that are closed while a thread holds them.
+template <class Body>
 class Parking {
 public:
-    void park(std::unique_ptr<MutexBody> body) noexcept
+    void park(std::unique_ptr<Body> body) noexcept
     {
         Shield const shield;
         std::lock_guard const lock(mutex_);
@@ -70,67 +93,96 @@ public:
         }
     }
 
-    // The parked body of a file, or null.
-    std::unique_ptr<MutexBody> take(NamedMemory const& file) noexcept
+    // Takes out the first parked body of which `isWanted`, or null.
+    template <class Wanted>
+    std::unique_ptr<Body> take(Wanted isWanted) noexcept
     {
         Shield const shield;
         std::lock_guard const lock(mutex_);
-        for (auto parked = bodies_.begin(); parked != bodies_.end(); ++parked)
-            if ((*parked)->isSeenByOthers && (*parked)->memory->identity() == file.identity()) {
-                std::unique_ptr<MutexBody> body = std::move(*parked);
-                bodies_.erase(parked);
-                return body;
-            }
-        return nullptr;
+        auto const parked =
+            std::find_if(bodies_.begin(), bodies_.end(), [&](auto const& body) { return isWanted(*body); });
+        if (parked == bodies_.end())
+            return nullptr;
+        std::unique_ptr<Body> body = std::move(*parked);
+        bodies_.erase(parked);
+        return body;
     }
 
 private:
-    // One that others see is never looked at: that would take the next waiter's WAIT_ABANDONED away.
-    static bool isFree(MutexBody& body) noexcept
-    {
-        if (body.isSeenByOthers || tryLockRobust(*body.native) == WAIT_TIMEOUT)
-            return false;
-        body.unlock();
-        return true;
-    }
-
     std::mutex mutex_;
-    std::vector<std::unique_ptr<MutexBody>> bodies_;
+    std::vector<std::unique_ptr<Body>> bodies_;
 };
 
-Parking& parking() noexcept
+template <class Body>
+Parking<Body>& parking() noexcept
 {
-    static Parking& instance = *new Parking;
-    return instance;
+    static NeverDestroyed<Parking<Body>> instance;  // mutexes are closed by static destructors too
+    return instance.object;
 }
 
-class Mutex final : public KernelObject {
-public:
-    explicit Mutex(std::unique_ptr<MutexBody> body) noexcept : body_(std::move(body)) { }
+// The calling thread's record; without memory for one, null and the last error.
+ThreadRecord* ownRecord() noexcept
+{
+    ThreadRecord* const record = threadRecord();
+    if (!record)
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return record;
+}
 
-    ~Mutex() override
+class UnnamedMutex final : public KernelObject {
+public:
+    UnnamedMutex() : body_(std::make_unique<OwnedMutex>()) { }
+
+    ~UnnamedMutex() override
+    {
+        ThreadRecord* const own = threadRecord();
+        if (own && body_->isHeldBy(*own))
+            while (body_->unlock(*own)) { }
+        else if (body_->isHeld())
+            parking<OwnedMutex>().park(std::move(body_));
+    }
+
+    DWORD wait(DWORD milliseconds) noexcept override
+    {
+        ThreadRecord* const own = ownRecord();
+        return own ? body_->lock(*own, milliseconds) : WAIT_FAILED;
+    }
+
+    DWORD release() noexcept override
+    {
+        ThreadRecord* const own = threadRecord();
+        return own && body_->unlock(*own) ? ERROR_SUCCESS : ERROR_NOT_OWNER;
+    }
+
+private:
+    std::unique_ptr<OwnedMutex> body_;
+};
+
+class NamedMutex final : public KernelObject {
+public:
+    explicit NamedMutex(std::unique_ptr<NamedBody> body) noexcept : body_(std::move(body)) { }
+
+    ~NamedMutex() override
     {
         std::uint64_t const holder = body_->holder.load(std::memory_order_relaxed);
         if (holder == 0)
             return;
         ThreadRecord const* const record = threadRecord();
         bool const isOwn = record && holder == record->serial;
-        NamedMemory* const leased = body_->lease ? body_->lease.get() : body_->memory.get();
-        body_->isSeenByOthers = leased && !leased->endLease();
+        NamedMemory& leased = body_->lease ? *body_->lease : *body_->memory;
+        body_->isSeenByOthers = !leased.endLease();
         if (isOwn && !body_->isSeenByOthers)
             body_->unlock();
         else
-            parking().park(std::move(body_));
+            parking<NamedBody>().park(std::move(body_));
     }
 
     DWORD wait(DWORD milliseconds) noexcept override
     {
-        ThreadRecord const* const record = threadRecord();
-        if (!record) {
-            SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        ThreadRecord const* const record = ownRecord();
+        if (!record)
             return WAIT_FAILED;
-        }
-        MutexBody& body = *body_;
+        NamedBody& body = *body_;
         if (body.holder.load(std::memory_order_relaxed) == record->serial) {
             ++body.depth;
             return WAIT_OBJECT_0;
@@ -142,10 +194,10 @@ public:
         return result;
     }
 
-    DWORD release() noexcept
+    DWORD release() noexcept override
     {
         ThreadRecord const* const record = threadRecord();
-        MutexBody& body = *body_;
+        NamedBody& body = *body_;
         if (!record || body.holder.load(std::memory_order_relaxed) != record->serial)
             return ERROR_NOT_OWNER;
         if (--body.depth == 0)
@@ -154,33 +206,32 @@ public:
     }
 
 private:
-    std::unique_ptr<MutexBody> body_;
+    std::unique_ptr<NamedBody> body_;
 };
 
 std::shared_ptr<KernelObject> unnamedMutex(NamedParameters const& parameters)
 {
-    auto body = std::make_unique<MutexBody>();
-    if (!report(makeRobust(body->own, Sharing::ofProcess)))
+    auto mutex = std::make_shared<UnnamedMutex>();
+    if (parameters.initiallyTaken && mutex->wait(0) != WAIT_OBJECT_0)
         return nullptr;
-    body->native = &body->own;
-    auto mutex = std::make_shared<Mutex>(std::move(body));
-    if (parameters.initiallyTaken)
-        mutex->wait(0);
     return mutex;
 }
 
 std::shared_ptr<KernelObject> sharedMutex(std::unique_ptr<NamedMemory> memory)
 {
-    if (std::unique_ptr<MutexBody> parked = parking().take(*memory)) {
+    auto const isOfThisFile = [&](NamedBody const& parked) {
+        return parked.isSeenByOthers && parked.memory->identity() == memory->identity();
+    };
+    if (std::unique_ptr<NamedBody> parked = parking<NamedBody>().take(isOfThisFile)) {
         parked->lease = std::move(memory);
-        return std::make_shared<Mutex>(std::move(parked));
+        return std::make_shared<NamedMutex>(std::move(parked));
     }
-    auto body = std::make_unique<MutexBody>();
+    auto body = std::make_unique<NamedBody>();
     body->native = &memory->mutex();
     if (memory->handOverMutex())
         body->taken(threadRecord()->serial);
     body->memory = std::move(memory);
-    return std::make_shared<Mutex>(std::move(body));
+    return std::make_shared<NamedMutex>(std::move(body));
 }
 
 constexpr NamedKind mutexKind = {
@@ -211,6 +262,6 @@ HANDLE OpenMutexA(DWORD, BOOL inherit, LPCSTR name) noexcept
 
 BOOL ReleaseMutex(HANDLE handle) noexcept
 {
-    Pinned<Mutex> const mutex(handle);
-    return mutex ? report(mutex->release()) : FALSE;
+    HandlePin const pin(handle);
+    return pin ? report(pin->release()) : FALSE;
 }

@@ -1,6 +1,7 @@
 #include "platform/os/posix/threadQueue.h"
 
 #include "platform/os/posix/lastError.h"
+#include "platform/os/posix/neverDestroyed.h"
 #include "platform/os/posix/windowTable.h"
 
 #include <algorithm>
@@ -20,11 +21,11 @@ struct Registry {
     std::map<DWORD, std::shared_ptr<ThreadQueue>> queues;
 };
 
-// Never destroyed: threads may end behind the static destructors.
+// Threads may end behind the static destructors.
 Registry& registry() noexcept
 {
-    static Registry& instance = *new Registry;
-    return instance;
+    static NeverDestroyed<Registry> instance;
+    return instance.object;
 }
 
 // Holds a thread's queue, and ends it with the thread.
@@ -97,6 +98,11 @@ std::shared_ptr<ThreadQueue> const& ownQueue()
     return holder.queue;
 }
 
+ThreadQueue* ownQueueIfAny() noexcept
+{
+    return holder.queue.get();
+}
+
 std::shared_ptr<ThreadQueue> queueOf(DWORD thread)
 {
     Shield const shield;
@@ -144,7 +150,7 @@ void ThreadQueue::postQuit(int exitCode)
     announce();
 }
 
-std::shared_ptr<SentMessage> ThreadQueue::nextSent()
+std::shared_ptr<SentMessage> ThreadQueue::nextSent() noexcept
 {
     Shield const shield;
     std::lock_guard const lock(mutex_);
@@ -210,17 +216,15 @@ void ThreadQueue::forget(HWND window)
                   posted_.end());
 }
 
-void ThreadQueue::close()
+void ThreadQueue::close() noexcept
 {
-    std::deque<std::shared_ptr<SentMessage>> unanswered;
     {
         std::lock_guard const lock(mutex_);
         isClosed_ = true;
-        unanswered.swap(sent_);
         posted_.clear();
     }
-    for (auto const& message : unanswered)
-        Answer const answer(*message);
+    while (auto const unanswered = nextSent())
+        Answer const answer(*unanswered);
 }
 
 }  // namespace zk::os

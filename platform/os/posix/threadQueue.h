@@ -66,15 +66,15 @@ public:
     /// Drops what was posted to a window that is gone.
     void forget(HWND window);
 
-    /// Ends the queue with its thread: sent messages are answered with 0.
-    void close();
+    /// Ends the queue with its thread: sent messages are answered with 0. Needs no memory.
+    void close() noexcept;
 
     // The thread's own, used by no other one.
     HWND focus = nullptr;        // the window with the keyboard's focus
     std::uint32_t lastLook = 0;  // arrivals() when the thread last looked for messages
 
 private:
-    std::shared_ptr<SentMessage> nextSent();
+    std::shared_ptr<SentMessage> nextSent() noexcept;
 
     DWORD const thread_;
     std::atomic<std::uint32_t> arrivals_ = 0;
@@ -88,6 +88,9 @@ private:
 
 /// The calling thread's queue, made at the first call.
 std::shared_ptr<ThreadQueue> const& ownQueue();
+
+/// The calling thread's queue, or null if it has none yet.
+ThreadQueue* ownQueueIfAny() noexcept;
 
 /// The queue of a thread, or null.
 std::shared_ptr<ThreadQueue> queueOf(DWORD thread);

@@ -1,5 +1,7 @@
 #include "platform/os/posix/threadRecord.h"
 
+#include "platform/os/posix/ownedMutex.h"
+
 #include <linux/futex.h>
 #include <linux/membarrier.h>
 #include <pthread.h>
@@ -32,10 +34,13 @@ void releaseAtThreadEnd(void* record) noexcept
 void keepOwnRecordOnly() noexcept
 {
     for (ThreadRecord* record = firstRecord; record; record = record->next) {
-        if (record == ownThreadRecord)
-            record->id = askThreadId();
-        else if (record->inUse)
+        if (record == ownThreadRecord) {
+            DWORD const id = askThreadId();
+            OwnedMutex::renumberAll(*record, id);
+            record->id = id;
+        } else if (record->inUse) {
             record->release();
+        }
     }
 }
 
@@ -102,6 +107,7 @@ void passRemoteFence() noexcept
 
 void ThreadRecord::release() noexcept
 {
+    OwnedMutex::abandonAll(*this);  // before the pins go, which may keep a mutex in being
     for (auto& pin : pins)
         pin.store(0, std::memory_order_release);
     pinned = 0;
@@ -155,7 +161,8 @@ void leaveThread() noexcept
 {
     if (ThreadRecord* const record = ownThreadRecord) {
         if (auto* const word = record->sleepsOn)
-            syscall(SYS_futex, word, FUTEX_WAKE_PRIVATE, 1, nullptr, nullptr, 0);
+            for (int const operation : {FUTEX_WAKE_PRIVATE, FUTEX_WAKE})  // the word may be the kernel's
+                syscall(SYS_futex, word, operation, 1, nullptr, nullptr, 0);
         ThreadState* const state = record->state;
         ownThreadRecord = nullptr;
         record->release();

@@ -20,6 +20,7 @@
 
 namespace zk::os {
 
+class OwnedMutex;
 class ThreadState;
 
 struct alignas(64) ThreadRecord {
@@ -39,6 +40,9 @@ struct alignas(64) ThreadRecord {
     /// that moment, the thread hands a wake-up that it may have used up on to the next one.
     std::atomic<std::uint32_t>* volatile sleepsOn = nullptr;
 
+    OwnedMutex* heldMutexes = nullptr;   ///< what the thread holds (see ownedMutex.h)
+    OwnedMutex* pendingMutex = nullptr;  ///< what it is taking or giving back right now
+
     std::uint64_t serial = 0;      ///< of the thread: unlike numbers and records, never used again
     DWORD id = 0;                  ///< the thread's number
     ThreadState* state = nullptr;  ///< the object behind the thread's handles, if it has one
@@ -46,7 +50,8 @@ struct alignas(64) ThreadRecord {
     std::atomic<bool> inUse{true};
     ThreadRecord* next = nullptr;  ///< in the list of all records; fixed once it is linked
 
-    /// Makes the record ready for another thread. Safe in a signal handler.
+    /// Makes the record ready for another thread; mutexes that this one holds are
+    /// abandoned. Safe in a signal handler.
     void release() noexcept;
 };
 

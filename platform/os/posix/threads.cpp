@@ -7,6 +7,7 @@
 
 #include <pthread.h>
 #include <sched.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -39,10 +40,17 @@
 //    the thread's C++ objects and the library's memory for them are lost.
 //  - ExitThread() in a thread that CreateThread() did not make: the raw system call, too.
 //
-// The end is noted in the word `end`, which waiters sleep on. A moment later
-// the kernel marks the mutexes that the thread holds as abandoned. A waiter
-// that has seen the end must see that too, so it joins the thread before its wait
-// succeeds: a matter of microseconds.
+// The end is noted in the word `end`. A moment later the kernel marks the named
+// mutexes that the thread holds as abandoned, and last of all it writes 0 into the
+// word that holds the thread's number and wakes one who sleeps on it. A waiter must
+// see all of that, so it *watches* that word: one sleep, and no other wake-up
+// than the kernel's own. The word lies in the C library's block of the thread, at a
+// distance from its start that prctl(PR_GET_TID_ADDRESS) tells. The block stays
+// until the thread is joined, which the last watcher does; one who was ended
+// while it watched counts as watching for ever, and the last handle's end joins then.
+//
+// Where the distance can't be found out, and for threads that CreateThread() did
+// not make, waiters sleep on `end`, and join the thread if it is theirs to join.
 //
 // A ThreadState belongs to the thread and to each object behind handles, and the last of
 // these frees it. If the objects go first, the thread is detached.
@@ -57,6 +65,24 @@ constexpr std::uint32_t maximumSuspensions = 127;
 enum End : std::uint32_t { notYet, notYetAndAwaited, ended };
 
 constexpr std::uint64_t noCode = ~std::uint64_t(0);
+
+// How far behind the start of the C library's block the kernel keeps a thread's number; 0: not known.
+std::ptrdiff_t findNumberOffset() noexcept
+{
+    char* place = nullptr;
+    if (prctl(PR_GET_TID_ADDRESS, &place, 0, 0, 0) != 0 || !place)
+        return 0;
+    std::ptrdiff_t const offset = place - reinterpret_cast<char const*>(pthread_self());
+    constexpr std::ptrdiff_t largestBlock = 4096;
+    bool const isInside = offset > 0 && offset < largestBlock;
+    return isInside && *reinterpret_cast<pid_t const*>(place) == gettid() ? offset : 0;
+}
+
+std::ptrdiff_t numberOffset() noexcept
+{
+    static std::ptrdiff_t const offset = findNumberOffset();
+    return offset;
+}
 
 }  // namespace
 
@@ -90,6 +116,9 @@ public:
 private:
     bool passGate() noexcept;
     bool hasEnded() const noexcept { return end_.load(std::memory_order_seq_cst) == End::ended; }
+    std::atomic<std::uint32_t>* beginToWatch() noexcept;
+    void endToWatch(std::atomic<std::uint32_t>& number, bool isGone) noexcept;
+    DWORD waitForEnd(DWORD milliseconds) noexcept;
     void join() noexcept;
     void removeOwner() noexcept
     {
@@ -112,6 +141,7 @@ private:
     bool isJoinable_ = false;
     bool isToBeKilled_ = false;
     int objects_ = 0;
+    int watchers_ = 0;
 };
 
 namespace {
@@ -296,6 +326,56 @@ void ThreadState::noteEnd(bool mayFree) noexcept
 }
 
 DWORD ThreadState::wait(DWORD milliseconds) noexcept
+{
+    std::atomic<std::uint32_t>* const number = beginToWatch();
+    if (!number)
+        return waitForEnd(milliseconds);
+    std::uint32_t seen = number->load(std::memory_order_acquire);
+    if (seen != 0 && milliseconds != 0) {
+        Deadline const deadline(milliseconds);
+        ThreadRecord* const record = threadRecord();
+        if (record)
+            record->sleepsOn = number;
+        while (seen != 0) {
+            bool const isLate = sleepOn(*number, seen, Sharing::betweenProcesses, deadline) == Wake::timedOut;
+            seen = number->load(std::memory_order_acquire);
+            if (isLate)
+                break;
+        }
+        if (record)
+            record->sleepsOn = nullptr;
+    }
+    endToWatch(*number, seen == 0);
+    return seen == 0 ? WAIT_OBJECT_0 : WAIT_TIMEOUT;
+}
+
+// The word to watch, until endToWatch(); null for a thread that is joined, or not to be watched.
+std::atomic<std::uint32_t>* ThreadState::beginToWatch() noexcept
+{
+    Shield const shield;
+    std::lock_guard const lock(nativeMutex_);
+    if (!isJoinable_ || numberOffset() == 0)
+        return nullptr;
+    ++watchers_;
+    return reinterpret_cast<std::atomic<std::uint32_t>*>(reinterpret_cast<char*>(native_) + numberOffset());
+}
+
+void ThreadState::endToWatch(std::atomic<std::uint32_t>& number, bool isGone) noexcept
+{
+    Shield const shield;
+    std::lock_guard const lock(nativeMutex_);
+    --watchers_;
+    if (!isGone || !isJoinable_)
+        return;
+    if (watchers_ > 0) {
+        wake(number, Sharing::betweenProcesses, everySleeper);  // the kernel woke but one
+    } else {
+        pthread_join(native_, nullptr);
+        isJoinable_ = false;
+    }
+}
+
+DWORD ThreadState::waitForEnd(DWORD milliseconds) noexcept
 {
     if (!hasEnded()) {
         if (milliseconds == 0)

@@ -1,4 +1,5 @@
 // Making and ending windows.
+#include "platform/os/posix/coordinates.h"
 #include "platform/os/posix/lastError.h"
 #include "platform/os/posix/messageQueue.h"
 #include "platform/os/posix/threadQueue.h"
@@ -59,8 +60,8 @@ DWORD addRecord(CREATESTRUCTA const& description, std::shared_ptr<WindowClass> c
     window->instance = description.hInstance;
     window->style = static_cast<DWORD>(description.style);
     window->exStyle = description.dwExStyle;
-    window->place = {description.x, description.y, description.x + std::max(description.cx, 0),
-                     description.y + std::max(description.cy, 0)};
+    window->place = {description.x, description.y, clampedSum(description.x, std::max(description.cx, 0)),
+                     clampedSum(description.y, std::max(description.cy, 0))};
     window->owner = isChild || isMessageOnly ? nullptr : description.hwndParent;
     window->id = isChild ? reinterpret_cast<LONG_PTR>(description.hMenu) : 0;
     window->extra = std::move(extra);
@@ -94,7 +95,8 @@ bool begin(HWND handle, CREATESTRUCTA& description)
         withdraw(handle);
         return false;
     }
-    RECT area{description.x, description.y, description.x + description.cx, description.y + description.cy};
+    RECT area{description.x, description.y, clampedSum(description.x, description.cx),
+              clampedSum(description.y, description.cy)};
     callWindow(handle, WM_NCCALCSIZE, FALSE, reinterpret_cast<LPARAM>(&area));
     if (callWindow(handle, WM_CREATE, 0, parameter) == -1) {
         PreserveLastError const kept;

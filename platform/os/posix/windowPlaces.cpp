@@ -1,5 +1,6 @@
 #include "platform/os/posix/windowPlaces.h"
 
+#include "platform/os/posix/coordinates.h"
 #include "platform/os/posix/lastError.h"
 #include "platform/os/posix/messageQueue.h"
 #include "platform/os/posix/windowTable.h"
@@ -12,12 +13,12 @@ namespace {
 
 LONG widthOf(RECT const& place) noexcept
 {
-    return place.right - place.left;
+    return clampedDifference(place.right, place.left);
 }
 
 LONG heightOf(RECT const& place) noexcept
 {
-    return place.bottom - place.top;
+    return clampedDifference(place.bottom, place.top);
 }
 
 // Puts a window behind another one among its siblings. False for one that is none of them.
@@ -61,8 +62,8 @@ DWORD apply(WINDOWPOS& position)
     }
     LONG const width = position.flags & SWP_NOSIZE ? widthOf(window->place) : std::max(position.cx, 0);
     LONG const height = position.flags & SWP_NOSIZE ? heightOf(window->place) : std::max(position.cy, 0);
-    place.right = place.left + width;
-    place.bottom = place.top + height;
+    place.right = clampedSum(place.left, width);
+    place.bottom = clampedSum(place.top, height);
     if (place.left == window->place.left && place.top == window->place.top)
         position.flags |= SWP_NOMOVE;
     if (width == widthOf(window->place) && height == heightOf(window->place))
@@ -106,8 +107,8 @@ bool distanceBetween(HWND from, HWND to, POINT& distance) noexcept
         if (!window)
             return false;
         POINT const origin = table.origin(*window);
-        distance.x -= origin.x;
-        distance.y -= origin.y;
+        distance.x = wrappedDifference(distance.x, origin.x);
+        distance.y = wrappedDifference(distance.y, origin.y);
     }
     return true;
 }
@@ -117,8 +118,8 @@ BOOL convert(HWND from, HWND to, POINT& point) noexcept
     POINT distance;
     if (!distanceBetween(from, to, distance))
         return FALSE;
-    point.x += distance.x;
-    point.y += distance.y;
+    point.x = wrappedSum(point.x, distance.x);
+    point.y = wrappedSum(point.y, distance.y);
     return TRUE;
 }
 
@@ -131,7 +132,17 @@ BOOL SetWindowPos(HWND handle, HWND insertAfter, int x, int y, int width, int he
 {
     if (!WindowTable().require(handle))
         return FALSE;
+    // What a call may ask for; a window's procedure, and its creator, may go beyond.
+    constexpr int least = -32768, most = 32767;
     WINDOWPOS position{handle, insertAfter, x, y, width, height, flags};
+    if (!(flags & SWP_NOMOVE)) {
+        position.x = std::clamp(x, least, most);
+        position.y = std::clamp(y, least, most);
+    }
+    if (!(flags & SWP_NOSIZE)) {
+        position.cx = std::clamp(width, 0, most);
+        position.cy = std::clamp(height, 0, most);
+    }
     auto const parameter = reinterpret_cast<LPARAM>(&position);
     SendMessageA(handle, WM_WINDOWPOSCHANGING, 0, parameter);
     bool const shows = changesShow(handle, position.flags);
@@ -159,7 +170,8 @@ BOOL GetWindowRect(HWND handle, LPRECT place) noexcept
     if (!window)
         return FALSE;
     POINT const origin = table.origin(*window);
-    *place = {origin.x, origin.y, origin.x + widthOf(window->place), origin.y + heightOf(window->place)};
+    *place = {origin.x, origin.y, clampedSum(origin.x, widthOf(window->place)),
+              clampedSum(origin.y, heightOf(window->place))};
     return TRUE;
 }
 
@@ -189,8 +201,8 @@ int MapWindowPoints(HWND from, HWND to, LPPOINT points, UINT count) noexcept
     if (!distanceBetween(from, to, distance))
         return 0;
     for (UINT i = 0; i < count; ++i) {
-        points[i].x += distance.x;
-        points[i].y += distance.y;
+        points[i].x = wrappedSum(points[i].x, distance.x);
+        points[i].y = wrappedSum(points[i].y, distance.y);
     }
     return static_cast<int>(MAKELONG(distance.x, distance.y));
 }

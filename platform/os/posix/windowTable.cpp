@@ -1,6 +1,8 @@
 #include "platform/os/posix/windowTable.h"
 
+#include "platform/os/posix/coordinates.h"
 #include "platform/os/posix/lastError.h"
+#include "platform/os/posix/neverDestroyed.h"
 
 #include <algorithm>
 
@@ -23,11 +25,19 @@ struct Table {
     std::vector<HWND> messageOnly;
 };
 
-// Never destroyed: windows are closed by static destructors too.
+// Windows are closed by static destructors too.
 Table& windows() noexcept
 {
-    static Table& instance = *new Table;
-    return instance;
+    static NeverDestroyed<Table> instance;
+    return instance.object;
+}
+
+// Room for one more than `size`, growing by doubling.
+template <class Element>
+void reserveOneMore(std::vector<Element>& list, std::size_t size)
+{
+    if (list.capacity() <= size)
+        list.reserve(std::max(size + 1, size * 2));
 }
 
 HWND handleOf(std::size_t index, std::uint16_t generation) noexcept
@@ -70,7 +80,9 @@ Window* WindowTable::add(HWND parent, bool onTop)
     if (table.free.empty()) {
         if (table.slots.size() >= maximumWindows)
             return nullptr;
-        table.free.reserve(table.slots.size() + 1);  // so that remove() needs no memory
+        // So that remove() needs no memory, nor the way of a child to the top level when its parent's thread ends.
+        reserveOneMore(table.free, table.slots.size());
+        reserveOneMore(table.topLevel, table.slots.size());
         table.slots.emplace_back();
         table.free.push_back(table.slots.size() - 1);
     }
@@ -115,7 +127,7 @@ void WindowTable::moveTo(Window& window, HWND parent, bool onTop)
     std::vector<HWND>& to = target ? target->children
         : toMessages               ? windows().messageOnly
                                    : windows().topLevel;
-    to.reserve(to.size() + 1);
+    reserveOneMore(to, to.size());
     std::vector<HWND>& from = siblings(window);
     from.erase(std::remove(from.begin(), from.end(), window.handle), from.end());
     to.insert(onTop ? to.begin() : to.end(), window.handle);
@@ -153,8 +165,8 @@ POINT WindowTable::origin(Window const& window) const noexcept
     POINT point{window.place.left, window.place.top};
     for (Window const* above = window.parent ? find(window.parent) : nullptr; above;
          above = above->parent ? find(above->parent) : nullptr) {
-        point.x += above->place.left;
-        point.y += above->place.top;
+        point.x = wrappedSum(point.x, above->place.left);
+        point.y = wrappedSum(point.y, above->place.top);
     }
     return point;
 }

@@ -1,6 +1,7 @@
 // What a window is, and its family.
 #include "platform/os/posix/windows.h"
 
+#include "platform/os/posix/coordinates.h"
 #include "platform/os/posix/lastError.h"
 #include "platform/os/posix/messageQueue.h"
 #include "platform/os/posix/threadQueue.h"
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <utility>
 
 #include <unistd.h>
@@ -124,8 +126,9 @@ void tellFirstSize(HWND handle)
             return;
         place = window->place;
     }
-    SendMessageA(handle, WM_SIZE, SIZE_RESTORED,
-                 MAKELPARAM(place.right - place.left, place.bottom - place.top));
+    SendMessageA(
+        handle, WM_SIZE, SIZE_RESTORED,
+        MAKELPARAM(clampedDifference(place.right, place.left), clampedDifference(place.bottom, place.top)));
     SendMessageA(handle, WM_MOVE, 0, MAKELPARAM(place.left, place.top));
 }
 
@@ -254,7 +257,8 @@ HWND SetFocus(HWND window)
 
 HWND GetFocus() noexcept
 {
-    return ownQueue()->focus;
+    ThreadQueue const* const queue = ownQueueIfAny();
+    return queue ? queue->focus : nullptr;
 }
 
 DWORD GetWindowThreadProcessId(HWND handle, LPDWORD process) noexcept
@@ -289,7 +293,12 @@ HWND SetParent(HWND handle, HWND parent) noexcept
         return nullptr;
     }
     HWND const previous = window->parent;
-    table.moveTo(*window, parent, true);
+    try {
+        table.moveTo(*window, parent, true);
+    } catch (std::bad_alloc const&) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return nullptr;
+    }
     return previous;
 }
 

@@ -270,4 +270,53 @@ TEST_F(HandleTable, growsBeyondItsFirstChunk)
     EXPECT_EQ(alive, 0);
 }
 
+// Threads use handles of all kinds while others close them and make new ones.
+// Each call must succeed or fail with "invalid handle"; nothing may hang or crash.
+TEST_F(HandleTable, mayBeClosedWhileOthersUseThem)
+{
+    constexpr int places = 16;
+    constexpr int rounds = 3000;
+    std::atomic<HANDLE> handles[places] = {};
+    std::atomic<int> wrong = 0;
+    std::atomic<bool> goesOn = true;
+    auto const isExpected = [](BOOL result) {
+        DWORD const error = GetLastError();
+        return result || error == ERROR_INVALID_HANDLE || error == ERROR_NOT_OWNER ||
+            error == ERROR_TOO_MANY_POSTS;
+    };
+
+    std::vector<std::thread> users;
+    for (unsigned user = 0; user < 3; ++user)
+        users.emplace_back([&, user] {
+            for (unsigned turn = user; goesOn; ++turn) {
+                HANDLE const handle = handles[turn % places];
+                if (!handle)
+                    continue;
+                DWORD const waited = WaitForSingleObject(handle, 0);
+                bool const hasWaited = waited == WAIT_OBJECT_0 || waited == WAIT_TIMEOUT ||
+                    waited == WAIT_ABANDONED ||
+                    (waited == WAIT_FAILED && GetLastError() == ERROR_INVALID_HANDLE);
+                wrong += !hasWaited;
+                wrong += !isExpected(SetEvent(handle));
+                wrong += !isExpected(ReleaseSemaphore(handle, 1, nullptr));
+                wrong += !isExpected(ReleaseMutex(handle));
+            }
+        });
+    for (unsigned round = 0; round < rounds; ++round) {
+        auto& place = handles[round % places];
+        if (HANDLE const old = place.exchange(nullptr))
+            wrong += !CloseHandle(old);
+        place = round % 3 == 0 ? CreateEventA(nullptr, round % 2, FALSE, nullptr)
+            : round % 3 == 1   ? CreateSemaphoreA(nullptr, 0, 5, nullptr)
+                               : CreateMutexA(nullptr, FALSE, nullptr);
+    }
+    goesOn = false;
+    for (std::thread& user : users)
+        user.join();
+    for (HANDLE const handle : handles)
+        CloseHandle(handle);
+
+    EXPECT_EQ(wrong, 0);
+}
+
 }  // namespace

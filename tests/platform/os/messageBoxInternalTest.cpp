@@ -5,10 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -201,4 +203,115 @@ TEST(MessageBoxOnATerminal, leavesWhatIsTypedBehindTheAnswer)
     close(keyboard);
 
     EXPECT_STREQ(rest, "rest\n");
+}
+
+namespace {
+
+// A terminal of its own; `keyboard` is the other side of `screen`.
+struct Terminal {
+    Terminal() : keyboard(posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK))
+    {
+        grantpt(keyboard);
+        unlockpt(keyboard);
+        screen = open(ptsname(keyboard), O_RDWR | O_NOCTTY);
+        termios settings;
+        tcgetattr(screen, &settings);
+        settings.c_lflag &= ~tcflag_t(ECHO);
+        settings.c_oflag &= ~tcflag_t(OPOST);
+        tcsetattr(screen, TCSANOW, &settings);
+    }
+    ~Terminal()
+    {
+        close(screen);
+        close(keyboard);
+    }
+
+    int keyboard;
+    int screen;
+};
+
+constexpr char dangerous[] = "a\x1B[2J\xC2\x9B"
+                             "b\x9B"
+                             "c\xC3\xA9\td";
+constexpr char harmless[] = "a?[2J?b?c\xC3\xA9\td";
+
+}  // namespace
+
+TEST(MessageBoxWithScreenOnly, showsNoControlCharactersAndAsksNothing)
+{
+    Terminal const terminal;
+    int const nothing = open("/dev/null", O_RDONLY);
+    int answer;
+    {
+        StandardStreams const streams(nothing, terminal.screen);
+        answer = MessageBoxA(nullptr, dangerous, "\x1B]0;title\x07", MB_YESNO | MB_DEFBUTTON2);
+    }
+    close(nothing);
+
+    EXPECT_EQ(answer, IDNO);
+    EXPECT_EQ(readAll(terminal.keyboard), std::string("?]0;title?: ") + harmless + "\n");
+}
+
+TEST(MessageBoxWithKeyboardOnly, writesTheTextAsItIsAndAsksNothing)
+{
+    Terminal const terminal;
+    ASSERT_EQ(write(terminal.keyboard, "1\n", 2), 2);
+    int pipes[2];
+    ASSERT_EQ(pipe(pipes), 0);
+    int answer;
+    {
+        StandardStreams const streams(terminal.screen, pipes[1]);
+        answer = MessageBoxA(nullptr, dangerous, "", MB_YESNO | MB_DEFBUTTON2);
+    }
+    close(pipes[1]);
+
+    EXPECT_EQ(answer, IDNO);
+    EXPECT_EQ(readAll(pipes[0]), std::string(dangerous) + "\n");
+    close(pipes[0]);
+}
+
+TEST(MessageBoxOnATerminal, waitsWhereReadingNeverBlocks)
+{
+    Terminal const terminal;
+    fcntl(terminal.screen, F_SETFL, fcntl(terminal.screen, F_GETFL) | O_NONBLOCK);
+    int answer = 0;
+    {
+        StandardStreams const streams(terminal.screen, terminal.screen);
+        // The answer is typed once the question is seen: the box waits meanwhile.
+        std::thread typist([&] {
+            std::string shown;
+            while (shown.find("]: ") == shown.npos) {
+                pollfd ready = {terminal.keyboard, POLLIN, 0};
+                poll(&ready, 1, -1);
+                shown += readAll(terminal.keyboard);
+            }
+            EXPECT_EQ(write(terminal.keyboard, "n", 1), 1);
+            EXPECT_EQ(write(terminal.keyboard, "o\n", 2), 2);
+        });
+        answer = MessageBoxA(nullptr, "?", "", MB_YESNOCANCEL);
+        typist.join();
+    }
+
+    EXPECT_EQ(answer, IDNO);
+}
+
+TEST(MessageBoxWithoutTerminal, writesAllToAPipeThatNeverBlocks)
+{
+    int pipes[2];
+    ASSERT_EQ(pipe2(pipes, O_NONBLOCK), 0);
+    fcntl(pipes[0], F_SETFL, 0);
+    std::string const text(300000, 'x');
+    std::string seen;
+    int const nothing = open("/dev/null", O_RDONLY);
+    std::thread reader([&] { seen = readAll(pipes[0]); });
+    {
+        StandardStreams const streams(nothing, pipes[1]);
+        MessageBoxA(nullptr, text.c_str(), "", MB_OK);
+    }
+    close(pipes[1]);
+    reader.join();
+    close(pipes[0]);
+    close(nothing);
+
+    EXPECT_EQ(seen.size(), text.size() + 1);
 }

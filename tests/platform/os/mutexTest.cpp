@@ -119,6 +119,25 @@ TEST(Mutex, anOwnerThatReturnsAbandonsIt)
     EXPECT_TRUE(ReleaseMutex(mutex));
 }
 
+TEST(Mutex, anOwnerThatNobodyMadeByCreateThreadAbandonsAllItHolds)
+{
+    OwnedHandle const first = newMutex();
+    OwnedHandle const second = newMutex();
+    OwnedHandle const third = newMutex();
+    std::thread([&] {
+        for (HANDLE const mutex : {HANDLE(first), HANDLE(second), HANDLE(third), HANDLE(first)})
+            WaitForSingleObject(mutex, 0);
+        ReleaseMutex(second);
+    }).join();
+
+    EXPECT_EQ(WaitForSingleObject(first, 0), WAIT_ABANDONED);
+    EXPECT_EQ(WaitForSingleObject(second, 0), WAIT_OBJECT_0);
+    EXPECT_EQ(WaitForSingleObject(third, 0), WAIT_ABANDONED);
+    for (HANDLE const mutex : {HANDLE(second), HANDLE(first), HANDLE(third)})
+        EXPECT_TRUE(ReleaseMutex(mutex));
+    EXPECT_FAILS(ReleaseMutex(first), ERROR_NOT_OWNER);
+}
+
 TEST(Mutex, anAbandonedOneIsTakenByAWaiter)
 {
     OwnedHandle const mutex = newMutex();

@@ -2,6 +2,7 @@
 #include "platform/classlib/CStdioFile.h"
 #include "platform/os/posix/systemCalls.h"
 #include "tests/support/FaultInjector.h"
+#include "tests/support/OutOfMemory.h"
 #include "tests/support/ScopedHandle.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/asOrdinaryUser.h"
@@ -10,87 +11,12 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <functional>
-#include <new>
 
 using namespace zk::test;
 
 namespace fs = std::filesystem;
-
-namespace {
-
-// Counts down to the allocation of this thread that fails; 0: none does.
-thread_local constinit int allocationsLeft = 0;
-
-void* allocate(std::size_t size) noexcept
-{
-    if (allocationsLeft != 0 && --allocationsLeft == 0)
-        return nullptr;
-    return std::malloc(size != 0 ? size : 1);
-}
-
-void* allocateOrThrow(std::size_t size)
-{
-    void* const place = allocate(size);
-    return place ? place : throw std::bad_alloc();
-}
-
-class FailingAllocation {
-public:
-    explicit FailingAllocation(int number) noexcept { allocationsLeft = number; }
-    ~FailingAllocation() { allocationsLeft = 0; }
-    FailingAllocation(FailingAllocation const&) = delete;
-    FailingAllocation& operator=(FailingAllocation const&) = delete;
-
-    /// Whether the call has come so far.
-    bool hasFailed() const noexcept { return allocationsLeft == 0; }
-};
-
-}  // namespace
-
-// For the whole program; every pair of them, so that no other one's memory is given back here.
-void* operator new(std::size_t size)
-{
-    return allocateOrThrow(size);
-}
-void* operator new[](std::size_t size)
-{
-    return allocateOrThrow(size);
-}
-void* operator new(std::size_t size, std::nothrow_t const&) noexcept
-{
-    return allocate(size);
-}
-void* operator new[](std::size_t size, std::nothrow_t const&) noexcept
-{
-    return allocate(size);
-}
-void operator delete(void* place) noexcept
-{
-    std::free(place);
-}
-void operator delete[](void* place) noexcept
-{
-    std::free(place);
-}
-void operator delete(void* place, std::size_t) noexcept
-{
-    std::free(place);
-}
-void operator delete[](void* place, std::size_t) noexcept
-{
-    std::free(place);
-}
-void operator delete(void* place, std::nothrow_t const&) noexcept
-{
-    std::free(place);
-}
-void operator delete[](void* place, std::nothrow_t const&) noexcept
-{
-    std::free(place);
-}
 
 namespace {
 

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
+#include <limits>
 #include <string>
 #include <thread>
 #include <vector>
@@ -582,4 +584,52 @@ TEST_F(Windows, belongToAThread)
     EXPECT_NE(thread, 0u);
     EXPECT_NE(process, 0u);
     EXPECT_NE(other, thread);
+}
+
+TEST_F(WindowPlaces, beyondTheNumbersEndAtTheLast)
+{
+    using Limits = std::numeric_limits<LONG>;
+    LONG const most = Limits::max();
+
+    HWND const distant = make(WS_POPUP, nullptr, 0, {most - 5, 7, most, most});
+
+    EXPECT_EQ(placeOf(distant), (std::vector<LONG>{most - 5, 7, most, most}));
+    DestroyWindow(distant);
+}
+
+TEST_F(WindowPlaces, areMovedWithin16Bits)
+{
+    struct {
+        Place wanted;
+        std::vector<LONG> place;
+    } const rows[] = {
+        {{INT_MAX, INT_MIN, INT_MAX, INT_MAX}, {32767, -32768, 65534, -1}},
+        {{32768, -32769, 32768, 0}, {32767, -32768, 65534, -32768}},
+        {{1, 2, INT_MIN, -1}, {1, 2, 1, 2}},
+    };
+    for (auto const& row : rows) {
+        auto const& [x, y, width, height] = row.wanted;
+        EXPECT_TRUE(SetWindowPos(main_, nullptr, x, y, width, height, SWP_NOZORDER | SWP_NOACTIVATE));
+        EXPECT_EQ(placeOf(main_), row.place);
+        MoveWindow(main_, 7, 8, 30, 40, FALSE);
+        EXPECT_EQ(placeOf(main_), (std::vector<LONG>{7, 8, 37, 48}));
+        EXPECT_TRUE(MoveWindow(main_, x, y, width, height, FALSE));
+        EXPECT_EQ(placeOf(main_), row.place);
+    }
+}
+
+TEST_F(WindowPlaces, pointsBeyondTheNumbersComeInAtTheOtherEnd)
+{
+    MoveWindow(main_, 1, 2, 30, 40, FALSE);
+    POINT point = {INT_MAX, INT_MIN};
+
+    EXPECT_TRUE(ClientToScreen(main_, &point));
+    EXPECT_EQ(point.x, INT_MIN);
+    EXPECT_EQ(point.y, INT_MIN + 2);
+
+    EXPECT_TRUE(ScreenToClient(main_, &point));
+    EXPECT_EQ(point.x, INT_MAX);
+    EXPECT_EQ(point.y, INT_MIN);
+    EXPECT_NE(MapWindowPoints(main_, nullptr, &point, 1), 0);
+    EXPECT_EQ(point.x, INT_MIN);
 }
