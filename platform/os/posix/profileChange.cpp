@@ -26,7 +26,8 @@ DWORD followLinks(std::string& path)
         if (length == -1)
             return errno == EINVAL || errno == ENOENT ? ERROR_SUCCESS : errorOfPath(path.c_str(), errno);
         std::string_view const link(target, std::size_t(length));
-        path = link.starts_with('/') ? std::string(link) : folderOf(path).append("/").append(link);
+        path =
+            link.starts_with('/') ? std::string(link) : std::string(folderOf(path)).append("/").append(link);
     }
     return ERROR_CANT_RESOLVE_FILENAME;
 }
@@ -35,7 +36,7 @@ DWORD followLinks(std::string& path)
 std::string beside(std::string const& path, char const* ending)
 {
     constexpr std::size_t most = 200;
-    return folderOf(path).append("/.").append(nameOf(path).substr(0, most)).append(ending);
+    return std::string(folderOf(path)).append("/.").append(nameOf(path).substr(0, most)).append(ending);
 }
 
 // Holds all other writers of a profile off, in this process and in others.
@@ -128,7 +129,7 @@ public:
             return errorOfPath(profile.c_str(), errno);
         isThere_ = false;
         // The new file is in place whatever comes now; only a crash of the system could still undo that.
-        flushFolder(folderOf(profile));
+        flushFolderOf(profile.c_str());
         return ERROR_SUCCESS;
     }
 
@@ -166,8 +167,8 @@ DWORD readOld(std::string const& path, std::string& text, std::optional<struct s
 // Makes the folders in which a bare name lies. A folder that cannot be made shows when the file is.
 void makeConfigurationFolder(std::string const& path)
 {
-    std::string const folder = folderOf(path);
-    systemCalls().mkdir(folderOf(folder).c_str(), 0700);
+    std::string const folder(folderOf(path));
+    systemCalls().mkdir(std::string(folderOf(folder)).c_str(), 0700);
     systemCalls().mkdir(folder.c_str(), 0700);
 }
 
@@ -185,7 +186,7 @@ DWORD changeProfile(char const* name, std::function<DWORD(std::string&)> const& 
     if (path.empty())
         return GetLastError();
     bool const isBare = path != name;
-    if (isBare && !isThere(folderOf(path))) {
+    if (isBare && !isThere(std::string(folderOf(path)))) {
         std::string none;
         if (DWORD const error = edit(none); error || none.empty())
             return error;
