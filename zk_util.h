@@ -103,6 +103,7 @@
 
 #include "Foundtn/util/CZK_UTIL_DLLApp.h"
 #include "Foundtn/util/IAppProfileInterface.h"
+#include "Foundtn/util/IAppProfileService.h"
 #include "Foundtn/util/IToolMode.h"
 #include "Foundtn/util/ToolLangFacade.h"
 #include "Foundtn/util/globalFlags.h"

@@ -1,0 +1,220 @@
+#include "Foundtn/util/IAppProfileService.h"
+
+#include "platform/classlib/CWinApp.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/freshProcess.h"
+
+#include "platform/os/os.h"
+
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace {
+
+// A service on a file in a folder of its own, selected by the flag.
+class ProfileService : public testing::Test {
+protected:
+    ProfileService()
+    {
+        folder_.write("p.ini", "[S]\n");
+        std::string const commandLine = "-iniFile=" + folder_.path("p.ini");
+        char line[600];
+        std::snprintf(line, sizeof line, "%s", commandLine.c_str());
+        CWinApp host("host");
+        host.m_lpCmdLine = line;
+        service_.InitProfileName("p.ini", nullptr, &host);
+    }
+
+    void write(std::string const& content) const { folder_.write("p.ini", content); }
+
+    TemporaryFolder const folder_;
+    IAppProfileService service_{true};
+};
+
+TEST_F(ProfileService, takesAnEmptyValueForAbsent)
+{
+    write("[S]\nk=\n");
+    CString value("before");
+
+    EXPECT_FALSE(service_.GetProfileValue("S", "k", value, "DEF"));
+    EXPECT_EQ(value, "DEF");
+    EXPECT_FALSE(service_.GetProfileValue("S", "k", value, nullptr));
+    EXPECT_EQ(value, "");
+}
+
+TEST_F(ProfileService, trimsWhiteSpaceInQuotesToo)
+{
+    write("[S]\nk=\" v\t\"\n");
+    CString value;
+
+    EXPECT_TRUE(service_.GetProfileValue("S", "k", value, "DEF"));
+    EXPECT_EQ(value, "v");
+}
+
+TEST_F(ProfileService, readsValuesOfAnyLength)
+{
+    for (int length : {259, 260, 261, 1039, 1040, 1041, 20'000}) {
+        std::string const text(static_cast<std::size_t>(length), 'x');
+        service_.WriteProfileStringA("S", "k", text.c_str());
+        EXPECT_EQ(service_.GetProfileStringA("S", "k", ""), text.c_str());
+    }
+}
+
+TEST_F(ProfileService, givesTheDefaultOfATextThatIsAbsent)
+{
+    EXPECT_EQ(service_.GetProfileStringA("S", "x", "DEF"), "DEF");
+    EXPECT_EQ(service_.GetProfileStringA("S", "x", nullptr), "");
+}
+
+TEST_F(ProfileService, readsBackEachKindThatItWrites)
+{
+    service_.WriteProfileInt("S", "int", -7);
+    service_.WriteProfileDouble("S", "double", 1.5);
+    service_.WriteProfileBool("S", "bool", 5);
+    service_.WriteProfileColor("S", "color", 0x030201);
+    service_.WriteProfileRect("S", "rect", CRect(1, 2, 3, 4));
+    char bytes[] = "bytes";
+    EXPECT_EQ(service_.WriteProfileBinary("S", "binary", bytes, 5), 1);
+
+    EXPECT_EQ(service_.GetProfileStringA("S", "double", ""), "1.500000");
+    EXPECT_EQ(service_.GetProfileStringA("S", "bool", ""), "TRUE");
+    EXPECT_EQ(service_.GetProfileStringA("S", "color", ""), "1,2,3");
+    EXPECT_EQ(service_.GetProfileStringA("S", "rect", ""), "(1,2,3,4)");
+    EXPECT_EQ(service_.GetProfileIntA("S", "int", 3), -7);
+    EXPECT_EQ(service_.GetProfileDouble("S", "double", 3), 1.5);
+    EXPECT_EQ(service_.GetProfileBool("S", "bool", 0), 1);
+    EXPECT_EQ(service_.GetProfileColor("S", "color", 9), 0x030201u);
+    CRect rect;
+    EXPECT_TRUE(service_.GetProfileRect("S", "rect", rect));
+    EXPECT_EQ(rect, CRect(1, 2, 3, 4));
+    char read[5];
+    EXPECT_EQ(service_.GetProfileBinary("S", "binary", read, 5), 1);
+    EXPECT_EQ(std::memcmp(read, bytes, 5), 0);
+    EXPECT_EQ(service_.GetProfileBinary("S", "binary", read, 4), 0);
+}
+
+TEST_F(ProfileService, givesTheDefaultsOfWhatDoesNotConvert)
+{
+    write("[S]\nk=one\n");
+    int number = 0;
+    double real = 0;
+    CRect rect(9, 9, 9, 9);
+
+    EXPECT_FALSE(service_.GetProfileValue("S", "k", number, 3));
+    EXPECT_EQ(number, 3);
+    EXPECT_FALSE(service_.GetProfileValue("S", "k", real, 2.5));
+    EXPECT_EQ(real, 2.5);
+    EXPECT_EQ(service_.GetProfileBool("S", "k", 7), 7);
+    EXPECT_EQ(service_.GetProfileColor("S", "k", 7), 7u);
+    EXPECT_FALSE(service_.GetProfileRect("S", "k", rect));
+    EXPECT_EQ(rect, CRect(9, 9, 9, 9));
+}
+
+TEST_F(ProfileService, removesAKeyByNull)
+{
+    service_.WriteProfileStringA("S", "k", "v");
+    service_.WriteProfileStringA("S", "k", nullptr);
+
+    EXPECT_EQ(service_.GetProfileStringA("S", "k", "DEF"), "DEF");
+}
+
+TEST(ProfileServiceBeforeTheSearch, reachesTheDefaultName)
+{
+    IAppProfileService service(true);
+
+    EXPECT_EQ(service.GetProfileName(), "Zentrika.ini");
+}
+
+TEST_IN_FRESH_PROCESS(ProfileServiceInstance, isTheFirstThatIsNotLocal)
+{
+    EXPECT_EQ(IAppProfileInterface::Instance(), nullptr);
+    IAppProfileService const local(true);
+    EXPECT_EQ(IAppProfileInterface::Instance(), nullptr);
+    {
+        auto first = std::make_unique<IAppProfileService>(false);
+        {
+            IAppProfileService const second(false);
+            EXPECT_EQ(IAppProfileInterface::Instance(), first.get());
+        }
+        EXPECT_EQ(IAppProfileInterface::Instance(), first.get());
+    }
+    EXPECT_EQ(IAppProfileInterface::Instance(), nullptr);
+}
+
+// -- What the search is made of --------------------------------------------------------
+
+struct FlagRow {
+    char const* before;
+    char const* behind;  // what follows the file's name
+    bool isFound;
+};
+
+TEST(ProfileFlag, takesAllTextBehindIt)
+{
+    TemporaryFolder const folder;
+    folder.write("a b.ini", "");
+    CString const file(folder.path("a b.ini").c_str());
+    FlagRow const rows[] = {
+        {"-iniFile=", "", true},           {"x -y -iniFile=", "", true},
+        {"-iniFile=\"", "\"", true},       {"-iniFile= \" ", "", false},
+        {"-iniFile=  \"", " \t", true},    {"-iniFile=", "\"", true},
+        {"-iniFile=\"", "\" -x", false},   {"-iniFile=", "x", false},
+        {"-inifile=", "", false},          {"", "", false},
+        {"-iniFile=-iniFile=", "", false},
+    };
+    for (FlagRow const& row : rows) {
+        CString path("before");
+        EXPECT_EQ(IAppProfileService::GetProfileNameFromCmdLineFlag(row.before + file + row.behind, path),
+                  row.isFound)
+            << row.before << "FILE" << row.behind;
+        EXPECT_EQ(path, row.isFound ? file : CString("before"));
+    }
+}
+
+TEST(ProfileFlag, withoutNameFindsNothing)
+{
+    CString path("before");
+
+    EXPECT_FALSE(IAppProfileService::GetProfileNameFromCmdLineFlag("-iniFile=", path));
+    EXPECT_FALSE(IAppProfileService::GetProfileNameFromCmdLineFlag("-iniFile=\"\"", path));
+    EXPECT_EQ(path, "before");
+}
+
+TEST(ProfileEnvironment, readsVariablesOfAnyLengthTrimmed)
+{
+    for (std::size_t length : {1u, 259u, 260u, 261u, 1041u, 5000u}) {
+        std::string const text(length, 'x');
+        SetEnvironmentVariableA("ZK_TEST_VARIABLE", (" " + text + "\t").c_str());
+        CString value;
+        EXPECT_TRUE(IAppProfileService::GetEnvironmentVariableA("ZK_TEST_VARIABLE", value, "DEF"));
+        EXPECT_EQ(value, text.c_str());
+    }
+    SetEnvironmentVariableA("ZK_TEST_VARIABLE", nullptr);
+}
+
+TEST(ProfileEnvironment, givesTheDefaultOfAnAbsentVariable)
+{
+    CString value("before");
+
+    EXPECT_FALSE(IAppProfileService::GetEnvironmentVariableA("ZK_TEST_ABSENT", value, "DEF"));
+    EXPECT_EQ(value, "DEF");
+    EXPECT_FALSE(IAppProfileService::GetEnvironmentVariableA("ZK_TEST_ABSENT", value, nullptr));
+    EXPECT_EQ(value, "");
+}
+
+TEST(ProfileFolders, tellTheExecutablesAndTheCurrentOne)
+{
+    CString dir;
+    EXPECT_TRUE(IAppProfileService::GetExecutableDir(nullptr, dir));
+    EXPECT_TRUE(std::filesystem::exists(dir.GetString()));
+    CString other;
+    EXPECT_TRUE(IAppProfileService::GetExecutableDir("no such module", other));
+    EXPECT_EQ(other, dir);
+    CString current;
+    EXPECT_TRUE(IAppProfileService::GetCurrentDir(current));
+    EXPECT_EQ(current, IAppProfileService::GetCurrentDir());
+}
+
+}  // namespace
