@@ -1,0 +1,88 @@
+// Any bytes as a profile: they are read, a key is set, and of all other bytes none changes.
+//
+// The input is "section NUL key NUL value NUL profile".
+#include "platform/os/profileText.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+using namespace zk::os;
+
+namespace {
+
+void require(bool condition)
+{
+    if (!condition)
+        std::abort();
+}
+
+std::string takeText(std::string_view& input)
+{
+    std::size_t const end = input.find('\0');
+    std::string text(input.substr(0, end));
+    input.remove_prefix(end == input.npos ? input.size() : end + 1);
+    return text;
+}
+
+// Whether `after` is `before` but for one stretch that grew, shrank or was replaced, and where it
+// was not at the end of `before`, whole lines or a value stay around it.
+void requireOneChange(std::string_view before, std::string_view after, std::size_t most)
+{
+    std::size_t head = 0;
+    while (head < before.size() && head < after.size() && before[head] == after[head])
+        ++head;
+    before.remove_prefix(head);
+    after.remove_prefix(head);
+    while (!before.empty() && !after.empty() && before.back() == after.back()) {
+        before.remove_suffix(1);
+        after.remove_suffix(1);
+    }
+    require(after.size() <= most);
+    require(before.find_first_of("\r\n") == before.npos);
+}
+
+// Blanks and a part of quotes as the value is read.
+std::string_view trimmed(std::string_view text)
+{
+    constexpr std::string_view blanks(" \t\n\v\f\r\x1A");
+    std::size_t const first = text.find_first_not_of(blanks);
+    if (first == text.npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(blanks) + 1 - first);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
+{
+    std::string_view input(reinterpret_cast<char const*>(data), size);
+    std::string const section = takeText(input);
+    std::string const key = takeText(input);
+    std::string const value = takeText(input);
+    std::string const before(input);
+
+    ProfileText const profile(before);
+    profile.sectionNames();
+    profile.keyNames(section);
+    require(profile.value(section, key).has_value() == (profile.lineOf(section, key) != 0));
+
+    std::string text = before;
+    if (!setProfileValue(text, section, key, value)) {
+        require(text == before);
+        return 0;
+    }
+    // A header, the line and up to three line ends.
+    requireOneChange(before, text, section.size() + key.size() + value.size() + 10);
+    ProfileText const changed(text);
+    auto const read = changed.value(section, key);
+    require(read.has_value());
+    require(*read == trimmed(value));
+
+    std::string again = text;
+    require(setProfileValue(again, section, key, value) && again == text);
+    removeProfileKey(text, section, key);
+    removeProfileSection(text, section);
+    return 0;
+}
