@@ -1,4 +1,4 @@
-// tr on any bytes, against the steps of its description taken one by one.
+// tr on any bytes, against a plain walk through its steps, one after the other.
 #include "text/SPString.h"
 
 #include <cstdint>

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <climits>
 #include <string_view>
 
 #if defined(__SSE2__)
@@ -101,53 +102,75 @@ ZK_BLOCK_READER char const* findInSetBlockwise(char const* text, ByteTable const
     return block + lowestBit(found);
 }
 
-// Looks for `count` bytes in a row that start at the needle's window. A block
-// is compared for the last of them; the others are compared in the same block
-// moved up, with the end of the block before moved in.
-template <int count>
-ZK_BLOCK_READER char const* findTextBlockwise(char const* text, TextNeedle const& needle)
-{
-    char const* const window = needle.text + needle.window;
-    __m128i const first = _mm_set1_epi8(window[0]);
-    __m128i const second = _mm_set1_epi8(window[1]);
-    __m128i const third = _mm_set1_epi8(window[count - 1]);
-    __m128i const zero = _mm_setzero_si128();
-    __m128i const ones = _mm_set1_epi8(-1);
-    std::ptrdiff_t const back = static_cast<std::ptrdiff_t>(needle.window) + count - 1;
+// Two bytes of a needle, as far apart as they are in it.
+struct BytePair {
+    __m128i first;
+    __m128i second;
+    std::size_t apart;
+};
 
-    char const* block = blockAround(text);
-    unsigned valid = ~0u << (text - block);
-    __m128i previous = ones;  // bytes before the text: they may be anything
-    for (;; block += blockSize, valid = ~0u) {
-        __m128i const bytes = loadBlock(block);
-        __m128i hits;
-        if constexpr (count == 2) {
-            hits = _mm_and_si128(_mm_cmpeq_epi8(bytes, second),
-                                 _mm_cmpeq_epi8(_mm_alignr_epi8(bytes, previous, 15), first));
-        } else {
-            hits = _mm_and_si128(_mm_cmpeq_epi8(bytes, third),
-                                 _mm_and_si128(_mm_cmpeq_epi8(_mm_alignr_epi8(bytes, previous, 15), second),
-                                               _mm_cmpeq_epi8(_mm_alignr_epi8(bytes, previous, 14), first)));
-        }
-        __m128i const ends = _mm_cmpeq_epi8(bytes, zero);
-        previous = bytes;
-        if (bitsOf(_mm_or_si128(hits, ends)) == 0)
-            continue;
-        unsigned const end = bitsOf(ends) & valid;
-        unsigned candidates = bitsOf(hits) & valid;
-        if (end)
-            candidates &= end ^ (end - 1);
-        for (; candidates; candidates &= candidates - 1) {
-            char const* const last = block + lowestBit(candidates);
-            if (last - text >= back && startsWith(last - back, needle))
-                return last - back;
-        }
-        if (end)
-            return nullptr;
+// A lane that is 0 where the NUL or the second byte of the pair stands in the
+// block, the latter with the first one at its place before it.
+ZK_BLOCK_READER inline __m128i missesIn(char const* block, BytePair const& pair)
+{
+    __m128i const bytes = loadBlock(block);
+    __m128i const before = loadAnywhere(block - pair.apart);
+    return _mm_min_epu8(bytes,
+                        _mm_or_si128(_mm_xor_si128(bytes, pair.second), _mm_xor_si128(before, pair.first)));
+}
+
+constexpr std::uintptr_t chunkSize = 4 * blockSize;
+
+// The first chunk from this one on in which the pair or the NUL stands.
+ZK_BLOCK_READER inline char const* skipChunks(char const* chunk, BytePair const& pair)
+{
+    __m128i const zero = _mm_setzero_si128();
+    for (;; chunk += chunkSize) {
+        __m128i const front = _mm_min_epu8(missesIn(chunk, pair), missesIn(chunk + blockSize, pair));
+        __m128i const back =
+            _mm_min_epu8(missesIn(chunk + 2 * blockSize, pair), missesIn(chunk + 3 * blockSize, pair));
+        if (bitsOf(_mm_cmpeq_epi8(_mm_min_epu8(front, back), zero)))
+            return chunk;
     }
 }
 
-// As findTextBlockwise, with a set of alternatives for each of three bytes.
+// Looks for the needle's two rarest bytes, at their distance. The bytes before
+// a block are read as well: they belong to the text, or to the block around its start.
+ZK_BLOCK_READER char const* findTextBlockwise(char const* text, TextNeedle const& needle)
+{
+    BytePair const pair{_mm_set1_epi8(needle.text[needle.first]), _mm_set1_epi8(needle.text[needle.second]),
+                        needle.second - needle.first};
+    __m128i const zero = _mm_setzero_si128();
+
+    char const* block = blockAround(text);
+    __m128i bytes = loadBlock(block);
+    unsigned const valid = ~0u << (text - block);
+    unsigned ends = bitsOf(_mm_cmpeq_epi8(bytes, zero)) & valid;
+    unsigned hits = bitsOf(_mm_cmpeq_epi8(bytes, pair.second)) & valid &
+        bitsOf(_mm_cmpeq_epi8(bytes, pair.first)) << pair.apart;
+    for (;;) {
+        if (ends)
+            hits &= ends ^ (ends - 1);
+        for (; hits; hits &= hits - 1) {
+            char const* const place = block + lowestBit(hits);
+            if (place - text >= static_cast<std::ptrdiff_t>(needle.second) &&
+                startsWith(place - needle.second, needle))
+                return place - needle.second;
+        }
+        if (ends)
+            return nullptr;
+        block += blockSize;
+        if ((reinterpret_cast<std::uintptr_t>(block) & (chunkSize - 1)) == 0)
+            block = skipChunks(block, pair);
+        bytes = loadBlock(block);
+        ends = bitsOf(_mm_cmpeq_epi8(bytes, zero));
+        hits = bitsOf(_mm_and_si128(_mm_cmpeq_epi8(bytes, pair.second),
+                                    _mm_cmpeq_epi8(loadAnywhere(block - pair.apart), pair.first)));
+    }
+}
+
+// A block is looked up for the last of three bytes; the others are looked up in
+// the same block moved up, with the end of the block before moved in.
 ZK_BLOCK_READER char const* findPrefixBlockwise(char const* text, PrefixFilter const& filter)
 {
     __m128i const low0 = loadTable(filter.low[0]), high0 = loadTable(filter.high[0]);
@@ -221,29 +244,33 @@ char const* findInSet(char const* text, ByteTable const& set)
 
 TextNeedle makeNeedle(char const* text, std::size_t length)
 {
-    TextNeedle result{text, length, 0};
-    std::uint64_t rarest = UINT64_MAX;
-    for (std::size_t start = 0; start + 3 <= length; ++start) {
-        std::uint64_t const frequency = std::uint64_t(frequencyOf(text[start])) *
-            frequencyOf(text[start + 1]) * frequencyOf(text[start + 2]);
-        if (frequency < rarest) {
-            rarest = frequency;
-            result.window = start;
+    auto const rarest = [text](std::size_t from, std::size_t to, std::size_t except) {
+        std::size_t result = from;
+        unsigned least = UINT_MAX;
+        for (std::size_t i = from; i < to; ++i) {
+            unsigned const frequency = frequencyOf(text[i]);
+            if (i != except && frequency < least) {
+                least = frequency;
+                result = i;
+            }
         }
-    }
-    return result;
+        return result;
+    };
+    if (length == 1)
+        return {text, length, 0, 0};
+    std::size_t const one = rarest(0, length, length);
+    std::size_t const other =
+        rarest(one - std::min(one, TextNeedle::reach), std::min(one + TextNeedle::reach + 1, length), one);
+    return {text, length, std::min(one, other), std::max(one, other)};
 }
 
 char const* findText(char const* text, TextNeedle const& needle)
 {
+    if (needle.length == 1)
+        return std::strchr(text, *needle.text);
 #if ZK_VECTOR_SEARCH
-    if (haveVectors) {
-        switch (needle.length) {
-        case 1: return std::strchr(text, *needle.text);
-        case 2: return findTextBlockwise<2>(text, needle);
-        default: return findTextBlockwise<3>(text, needle);
-        }
-    }
+    if (haveVectors)
+        return findTextBlockwise(text, needle);
 #endif
     return bytewise::findText(text, needle);
 }

@@ -102,11 +102,14 @@ struct ByteTable {
 /// The first byte at or after `text` that is in `set`, which must hold the NUL.
 char const* findInSet(char const* text, ByteTable const& set);
 
-/// A short text to look for, prepared.
+/// A text to look for, prepared.
 struct TextNeedle {
+    static constexpr std::size_t reach = 15;  ///< how far apart its two rare bytes are at most
+
     char const* text = nullptr;
     std::size_t length = 0;  ///< at least 1
-    std::size_t window = 0;  ///< where its rarest (up to three) bytes in a row start
+    std::size_t first = 0;   ///< where the first of its two rarest bytes stands
+    std::size_t second = 0;  ///< where the other one does
 };
 
 /// `text` of `length` bytes, none of them NUL, as a needle.

@@ -346,6 +346,7 @@ struct PlanMaker::Weighed {
     static constexpr double oneTry = 30;
 
     static double cost(double pass, double frequency) { return pass + oneTry * frequency; }
+    static double frequency(char byte) { return frequencyOf(byte) / 65536.0; }
     static double frequency(ByteSet const& set) { return frequencyOf(set) / 65536.0; }
 };
 
@@ -418,9 +419,9 @@ void PlanMaker::chooseRequired(double& best)
     };
     auto const considerLiteral = [&](RegexpStep const& step) {
         TextNeedle const needle = makeNeedle(program_ + step.operand, step.length);
-        double frequency = 1;
-        for (std::size_t i = 0; i < 3 && i < needle.length; ++i)
-            frequency *= frequencyOf(needle.text[needle.window + i]) / 65536.0;
+        double frequency = Weighed::frequency(needle.text[needle.first]);
+        if (needle.length > 1)
+            frequency *= Weighed::frequency(needle.text[needle.second]);
         double const cost = Weighed::cost(Weighed::literalPass, frequency);
         if (cost < best) {
             choose(RegexpSearch::literal, cost);

@@ -25,12 +25,11 @@ std::string const& csv()
     static std::string const result = [] {
         std::string text;
         for (int i = 0; i < fields; ++i)
-            text += (i ? "," : "") + std::string("f") + std::to_string(i * 7 % 10007);
+            text.append(i ? ",f" : "f").append(std::to_string(i * 7 % 10007));
         return text;
     }();
     return result;
 }
-char const* const csvInPerl = "my $t = join(q(,), map { q(f) . ($_ * 7 % 10007) } 0..999999);";
 
 void addSplitting()
 {
@@ -38,7 +37,7 @@ void addSplitting()
         SPString const text(csv().c_str());
         for (auto _ : state)
             benchmark::DoNotOptimize(text.split(",").count());
-    })->UseRealTime();
+    });
 #if defined(ZK_BENCH_GLIB)
     benchmark::RegisterBenchmark("split 1,000,000 fields/g_strsplit", [](benchmark::State& state) {
         for (auto _ : state) {
@@ -46,9 +45,9 @@ void addSplitting()
             benchmark::DoNotOptimize(list);
             g_strfreev(list);
         }
-    })->UseRealTime();
+    });
 #endif
-    zk::bench::addPerl("split 1,000,000 fields", csvInPerl, "{ my @f = split(/,/, $t); }");
+    zk::bench::addPerl("split 1,000,000 fields", {zk::bench::perlText(csv()), "{ my @f = split(/,/, $t); }"});
 }
 
 void addJoining()
@@ -57,7 +56,7 @@ void addJoining()
         SPStringList const list = SPString(csv().c_str()).split(",");
         for (auto _ : state)
             benchmark::DoNotOptimize(list.join(", ").length());
-    })->UseRealTime();
+    });
 #if defined(ZK_BENCH_ABSL)
     benchmark::RegisterBenchmark("join 1,000,000 fields/absl::StrJoin", [](benchmark::State& state) {
         std::vector<std::string> list;
@@ -66,10 +65,10 @@ void addJoining()
             list.emplace_back(source[i]);
         for (auto _ : state)
             benchmark::DoNotOptimize(absl::StrJoin(list, ", "));
-    })->UseRealTime();
+    });
 #endif
-    zk::bench::addPerl("join 1,000,000 fields", std::string(csvInPerl) + " my @f = split(/,/, $t);",
-                       "my $j = join(q(, ), @f);");
+    zk::bench::addPerl("join 1,000,000 fields",
+                       {zk::bench::perlText(csv()) + " my @f = split(/,/, $t);", "my $j = join(q(, ), @f);"});
 }
 
 std::vector<std::string> const& shortStrings()
@@ -93,14 +92,19 @@ void addSorting()
             list.push(text.c_str());
         for (auto _ : state)
             benchmark::DoNotOptimize(list.sort().count());
-    })->UseRealTime();
+    });
     benchmark::RegisterBenchmark("sort 100,000 strings/std::stable_sort", [](benchmark::State& state) {
         for (auto _ : state) {
             std::vector<std::string> list = shortStrings();
             std::stable_sort(list.begin(), list.end());
             benchmark::DoNotOptimize(list.data());
         }
-    })->UseRealTime();
+    });
+    std::string lines;
+    for (std::string const& text : shortStrings())
+        lines += text + "\n";
+    zk::bench::addPerl("sort 100,000 strings",
+                       {zk::bench::perlText(lines) + " my @l = split(/\\n/, $t);", "{ my @s = sort @l; }"});
 }
 
 void addGrowing()
@@ -112,7 +116,7 @@ void addGrowing()
                 list.push("text");
             benchmark::DoNotOptimize(list.count());
         }
-    })->UseRealTime();
+    });
     benchmark::RegisterBenchmark("push 1,000,000 strings/std::vector", [](benchmark::State& state) {
         for (auto _ : state) {
             std::vector<std::string> list;
@@ -120,7 +124,7 @@ void addGrowing()
                 list.push_back("text");
             benchmark::DoNotOptimize(list.data());
         }
-    })->UseRealTime();
+    });
 }
 
 [[maybe_unused]] bool const registered = [] {

@@ -1,5 +1,6 @@
 // Regular expressions against the engines that people would pick instead.
 #include "bench/support/englishText.h"
+#include "bench/text/perlTime.h"
 #include "text/Regexp.h"
 
 #include <benchmark/benchmark.h>
@@ -7,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -195,48 +197,78 @@ std::vector<std::string> const& linesOfFourLetters()
     return result;
 }
 
+std::vector<std::string> const& assignment()
+{
+    static std::vector<std::string> const result{"  width = 1024; // pixels"};
+    return result;
+}
+
+struct Search {
+    char const* what;
+    char const* pattern;
+};
+
+constexpr Search searches[] = {{"find a literal, then a word", "Sherlock [A-Z][a-z]+"},
+                               {"find one of four words", "cat|dog|bird|fish"},
+                               {"find words in -ing", "[a-z]+ing"},
+                               {"find names of two words", "[A-Z][a-z]+ [A-Z][a-z]+"},
+                               {"find a rare name in a group", "(Irene|Mary) (Adler|Sutherland)"},
+                               {"find the words around a comma", "([a-z]+), ([a-z]+)"},
+                               {"find every word", "[A-Za-z]+"}};
+
+struct LineSearch {
+    char const* what;
+    char const* pattern;
+    std::vector<std::string> const& (*lines)();
+};
+
+constexpr LineSearch lineSearches[] = {
+    {"split lines into fields", "^([^:]*):([^:]*):(.*)$", fieldLines},
+    {"loop without its end", "(a|b|c|d)*z", linesOfFourLetters},
+    {"loop without its ends", "(a|b|c|d)*[yz]", linesOfFourLetters},
+    {"loop with an ambiguous body", "(a|b|ab|c|d)*([a-d]x|[a-d][a-d][^a-d])", linesOfFourLetters},
+    {"two groups in 24 characters", "([a-z]+) *= *([0-9]+)", assignment}};
+
 template <class Engine>
 void addAll()
 {
     auto const add = [](std::string const& what, auto function, auto... arguments) {
-        benchmark::RegisterBenchmark((what + "/" + Engine::name).c_str(), function, arguments...)
-            ->UseRealTime();
+        benchmark::RegisterBenchmark((what + "/" + Engine::name).c_str(), function, arguments...);
     };
-    struct Row {
-        char const* what;
-        char const* pattern;
-    };
-    static constexpr Row searches[] = {{"find a literal, then a word", "Sherlock [A-Z][a-z]+"},
-                                       {"find one of four words", "cat|dog|bird|fish"},
-                                       {"find words in -ing", "[a-z]+ing"},
-                                       {"find names of two words", "[A-Z][a-z]+ [A-Z][a-z]+"},
-                                       {"find a rare name in a group", "(Irene|Mary) (Adler|Sutherland)"},
-                                       {"find the words around a comma", "([a-z]+), ([a-z]+)"},
-                                       {"find every word", "[A-Za-z]+"}};
-    for (Row const& row : searches)
-        add(row.what, countInText<Engine>, row.pattern);
+    for (Search const& search : searches)
+        add(search.what, countInText<Engine>, search.pattern);
 
-    // A peer that gives up has no time to compare.
-    auto const addLines = [&](std::string const& what, char const* pattern,
-                              std::vector<std::string> const& lines) {
-        Engine engine(pattern);
-        for (std::string const& line : lines) {
+    for (LineSearch const& search : lineSearches) {
+        Engine engine(search.pattern);
+        for (std::string const& line : search.lines())
             engine.find(line.c_str(), line.c_str() + line.size());
-            if (engine.failed()) {
-                std::fprintf(stderr, "%s: %s gives up, left out\n", what.c_str(), Engine::name);
-                return;
-            }
-        }
-        add(what, [pattern, &lines](benchmark::State& state) { matchLines<Engine>(state, pattern, lines); });
-    };
-    addLines("split lines into fields", "^([^:]*):([^:]*):(.*)$", fieldLines());
-    addLines("loop without its end", "(a|b|c|d)*z", linesOfFourLetters());
-    addLines("loop without its ends", "(a|b|c|d)*[yz]", linesOfFourLetters());
-    addLines("loop with an ambiguous body", "(a|b|ab|c|d)*([a-d]x|[a-d][a-d][^a-d])", linesOfFourLetters());
-
+        // A peer that gives up has no time to compare.
+        if (engine.failed())
+            std::fprintf(stderr, "%s: %s gives up, left out\n", search.what, Engine::name);
+        else
+            add(search.what, matchLines<Engine>, search.pattern, std::cref(search.lines()));
+    }
     add("compile 50 characters", compile<Engine>, "^([A-Za-z_]+)[ ]*=[ ]*(\"[^\"]*\"|[0-9]+|true|fals)");
-    static std::vector<std::string> const assignment{"  width = 1024; // pixels"};
-    addLines("two groups in 24 characters", "([a-z]+) *= *([0-9]+)", assignment);
+}
+
+// Perl gets the same texts, and a single line often enough for its clock.
+void addPerl()
+{
+    for (Search const& search : searches)
+        zk::bench::addPerl(search.what,
+                           {zk::bench::perlText(text()) + "my $n = 0;",
+                            "$n++ while $t =~ /" + std::string(search.pattern) + "/gs;", 1, text().size()});
+    for (LineSearch const& search : lineSearches) {
+        std::string joined;
+        for (std::string const& line : search.lines())
+            joined += line + "\n";
+        std::size_t const rounds = search.lines().size() == 1 ? 10000 : 1;
+        zk::bench::addPerl(
+            search.what,
+            {zk::bench::perlText(joined) + "my @l = split(/\\n/, $t); my $n = 0;",
+             "for (1.." + std::to_string(rounds) + ") { for (@l) { $n++ if /" + search.pattern + "/s } }",
+             rounds});
+    }
 }
 
 [[maybe_unused]] bool const registered = [] {
@@ -248,6 +280,7 @@ void addAll()
 #if defined(ZK_BENCH_BOOST_REGEX)
     addAll<Boost>();
 #endif
+    addPerl();
     return true;
 }();
 

@@ -30,7 +30,28 @@ std::string const& numbered()
     }();
     return result;
 }
-char const* const numberedInPerl = "my $t = join(q(), map { q(word) . ($_ % 1000) . q( ) } 0..499999);";
+
+#if defined(ZK_BENCH_PCRE2)
+void substituteByPcre2(benchmark::State& state, bool compiled)
+{
+    std::vector<PCRE2_UCHAR> out(numbered().size() * 2);
+    for (auto _ : state) {
+        int error;
+        PCRE2_SIZE offset;
+        pcre2_code* const code = pcre2_compile(reinterpret_cast<PCRE2_SPTR>("([0-9]+)"),
+                                               PCRE2_ZERO_TERMINATED, 0, &error, &offset, nullptr);
+        if (compiled)
+            pcre2_jit_compile(code, PCRE2_JIT_COMPLETE);
+        PCRE2_SIZE length = out.size();
+        benchmark::DoNotOptimize(pcre2_substitute(code, reinterpret_cast<PCRE2_SPTR>(numbered().data()),
+                                                  numbered().size(), 0, PCRE2_SUBSTITUTE_GLOBAL, nullptr,
+                                                  nullptr, reinterpret_cast<PCRE2_SPTR>("<$1>"),
+                                                  PCRE2_ZERO_TERMINATED, out.data(), &length));
+        pcre2_code_free(code);
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(numbered().size()));
+}
+#endif
 
 void addSubstitutions()
 {
@@ -42,43 +63,20 @@ void addSubstitutions()
             benchmark::DoNotOptimize(text.s("([0-9]+)", "<$1>", "g"));
         }
         state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(numbered().size()));
-    })->UseRealTime();
+    });
 #if defined(ZK_BENCH_PCRE2)
-    benchmark::RegisterBenchmark("s, 500,000 numbers by <$1>/PCRE2", [](benchmark::State& state) {
-        std::vector<PCRE2_UCHAR> out(numbered().size() * 2);
-        for (auto _ : state) {
-            int error;
-            PCRE2_SIZE offset;
-            pcre2_code* const code = pcre2_compile(reinterpret_cast<PCRE2_SPTR>("([0-9]+)"),
-                                                   PCRE2_ZERO_TERMINATED, 0, &error, &offset, nullptr);
-            PCRE2_SIZE length = out.size();
-            benchmark::DoNotOptimize(pcre2_substitute(code, reinterpret_cast<PCRE2_SPTR>(numbered().data()),
-                                                      numbered().size(), 0, PCRE2_SUBSTITUTE_GLOBAL, nullptr,
-                                                      nullptr, reinterpret_cast<PCRE2_SPTR>("<$1>"),
-                                                      PCRE2_ZERO_TERMINATED, out.data(), &length));
-            pcre2_code_free(code);
-        }
-        state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(numbered().size()));
-    })->UseRealTime();
+    for (bool const compiled : {false, true})
+        benchmark::RegisterBenchmark(
+            compiled ? "s, 500,000 numbers by <$1>/PCRE2 JIT" : "s, 500,000 numbers by <$1>/PCRE2",
+            [compiled](benchmark::State& state) { substituteByPcre2(state, compiled); });
 #endif
-    zk::bench::addPerl("s, 500,000 numbers by <$1>", numberedInPerl, "$t =~ s/([0-9]+)/<$1>/g;");
+    zk::bench::addPerl("s, 500,000 numbers by <$1>",
+                       {zk::bench::perlText(numbered()), "$t =~ s/([0-9]+)/<$1>/g;", 1, numbered().size()});
 }
 
 std::string const& english()
 {
     static std::string const result = zk::bench::englishText(4 << 20);
-    return result;
-}
-
-// The same text as Perl gets.
-std::string const& sentences()
-{
-    static std::string const result = [] {
-        std::string text;
-        for (int i = 0; i < 174763; ++i)
-            text += "The quick brown fox, 12.";
-        return text;
-    }();
     return result;
 }
 
@@ -88,7 +86,7 @@ void addTranslations()
         SPString text(english().c_str());
         for (auto _ : state)
             benchmark::DoNotOptimize(text.tr("a-zA-Z", "A-Za-z"));
-    })->UseRealTime();
+    });
     benchmark::RegisterBenchmark("tr a-z to A-Z in 4 MB/table loop", [](benchmark::State& state) {
         std::string text = english();
         unsigned char table[256];
@@ -102,20 +100,19 @@ void addTranslations()
                 c = static_cast<char>(table[static_cast<unsigned char>(c)]);
             benchmark::ClobberMemory();
         }
-    })->UseRealTime();
-    zk::bench::addPerl("tr a-z to A-Z in 4 MB", "my $t = q(The quick brown fox, 12.) x 174763;",
-                       "$t =~ tr/a-zA-Z/A-Za-z/;");
+    });
+    zk::bench::addPerl("tr a-z to A-Z in 4 MB", {zk::bench::perlText(english()), "$t =~ tr/a-zA-Z/A-Za-z/;"});
 
     benchmark::RegisterBenchmark("tr, delete and squeeze in 4 MB/ours", [](benchmark::State& state) {
         for (auto _ : state) {
             state.PauseTiming();
-            SPString text(sentences().c_str());
+            SPString text(english().c_str());
             state.ResumeTiming();
             benchmark::DoNotOptimize(text.tr("a-zA-Z", "A-Z", "ds"));
         }
-    })->UseRealTime();
-    zk::bench::addPerl("tr, delete and squeeze in 4 MB", "my $t = q(The quick brown fox, 12.) x 174763;",
-                       "$t =~ tr/a-zA-Z/A-Z/ds;");
+    });
+    zk::bench::addPerl("tr, delete and squeeze in 4 MB",
+                       {zk::bench::perlText(english()), "$t =~ tr/a-zA-Z/A-Z/ds;"});
 }
 
 constexpr int appended = 1000000;
@@ -129,7 +126,7 @@ void addAppending()
                 text += static_cast<char>('a' + i % 26);
             benchmark::DoNotOptimize(text.length());
         }
-    })->UseRealTime();
+    });
     benchmark::RegisterBenchmark("append 1,000,000 characters/std::string", [](benchmark::State& state) {
         for (auto _ : state) {
             std::string text;
@@ -137,7 +134,7 @@ void addAppending()
                 text += static_cast<char>('a' + i % 26);
             benchmark::DoNotOptimize(text.size());
         }
-    })->UseRealTime();
+    });
 
     benchmark::RegisterBenchmark("append 1,000,000 words/ours", [](benchmark::State& state) {
         for (auto _ : state) {
@@ -146,7 +143,7 @@ void addAppending()
                 text += "word ";
             benchmark::DoNotOptimize(text.length());
         }
-    })->UseRealTime();
+    });
     benchmark::RegisterBenchmark("append 1,000,000 words/std::string", [](benchmark::State& state) {
         for (auto _ : state) {
             std::string text;
@@ -154,34 +151,33 @@ void addAppending()
                 text += "word ";
             benchmark::DoNotOptimize(text.size());
         }
-    })->UseRealTime();
+    });
 
     benchmark::RegisterBenchmark("find the last word of 4 MB/ours", [](benchmark::State& state) {
         SPString const text((english() + "xylophone").c_str());
         SPString const part("xylophone");
         for (auto _ : state)
             benchmark::DoNotOptimize(text.index(part));
-    })->UseRealTime();
+    });
     benchmark::RegisterBenchmark("find the last word of 4 MB/std::string", [](benchmark::State& state) {
         std::string const text = english() + "xylophone";
         std::string const part("xylophone");
         for (auto _ : state)
             benchmark::DoNotOptimize(text.find(part));
-    })->UseRealTime();
+    });
     benchmark::RegisterBenchmark("find the first word of 4 MB backward/ours", [](benchmark::State& state) {
         SPString const text(("xylophone" + english()).c_str());
         SPString const part("xylophone");
         for (auto _ : state)
             benchmark::DoNotOptimize(text.rindex(part));
-    })->UseRealTime();
+    });
     benchmark::RegisterBenchmark("find the first word of 4 MB backward/std::string",
                                  [](benchmark::State& state) {
                                      std::string const text = "xylophone" + english();
                                      std::string const part("xylophone");
                                      for (auto _ : state)
                                          benchmark::DoNotOptimize(text.rfind(part));
-                                 })
-        ->UseRealTime();
+                                 });
 }
 
 [[maybe_unused]] bool const registered = [] {
