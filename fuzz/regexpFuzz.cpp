@@ -102,9 +102,13 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
             RegexpOutcome const remembering =
                 zk::RegexpRunner(*expression, plan, subject.c_str(), UINT64_MAX, 0).search();
             require(groupsOf(remembering, *expression, subject) == expected, "remembering", pattern, subject);
-            RegexpOutcome const walking = zk::RegexpWalker(*expression, plan.programSize, UINT64_MAX)
-                                              .search(const_cast<char*>(subject.c_str()));
+            RegexpOutcome const walking =
+                zk::RegexpWalker(*expression, plan.programSize, UINT64_MAX).search(subject.c_str());
             require(groupsOf(walking, *expression, subject) == expected, "walking", pattern, subject);
+            RegexpOutcome const noting =
+                zk::RegexpWalker(*expression, plan.programSize, UINT64_MAX, 0).search(subject.c_str());
+            require(groupsOf(noting, *expression, subject) == expected, "walking with notes", pattern,
+                    subject);
         }
     }
     if (expression)

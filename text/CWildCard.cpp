@@ -27,7 +27,7 @@ char* allocate(std::size_t size)
 CWildCard::CWildCard(char const* pattern, int caseSensitive, int matchEnd, int matchStart)
     : caseSensitive_(caseSensitive), matchEnd_(matchEnd), matchStart_(matchStart)
 {
-    BuildTheRePattern(pattern ? pattern : "");
+    BuildTheRePattern(pattern);
 }
 
 CWildCard::CWildCard(CWildCard const& other)
@@ -59,19 +59,20 @@ CWildCard::~CWildCard()
     std::free(regexp_);
 }
 
-int CWildCard::match(char const* name)
+int CWildCard::match(char const* name) const
 {
     Regexp expression(regexp_ ? regexp_ : "", caseSensitive_ == 0);
     return SPString(name).m(expression);
 }
 
-CString CWildCard::getRegexpPattern()
+CString CWildCard::getRegexpPattern() const
 {
     return CString(regexp_);
 }
 
 void CWildCard::BuildTheRePattern(char const* pattern)
 {
+    pattern = pattern ? pattern : "";
     // Two for each character, one for either end and the terminator.
     char* const built = allocate(2 * std::strlen(pattern) + 3);
     char* out = built;

@@ -25,14 +25,15 @@ public:
     CWildCard& operator=(CWildCard other) noexcept;
     virtual ~CWildCard();
 
-    /// 1 if the pattern matches `name`, else 0. Compiles the expression anew each time.
-    int match(char const* name);
+    /// 1 if the pattern matches `name`, else 0. Compiles the expression anew each time. A pattern too
+    /// long for an expression (some 10,000 characters) is reported each time, and matches nothing.
+    int match(char const* name) const;
 
     /// The regular expression that the pattern was translated into.
-    CString getRegexpPattern();
+    CString getRegexpPattern() const;
 
 protected:
-    /// Translates `pattern` and keeps the result. To be called once.
+    /// Translates `pattern` and keeps the result in the place of an earlier one.
     void BuildTheRePattern(char const* pattern);
 
 private:

@@ -14,6 +14,8 @@ public:
 
     int operator==(char const* other) const { return text_.CompareNoCase(other) == 0; }
     int operator!=(char const* other) const { return text_.CompareNoCase(other) != 0; }
+    friend int operator==(char const* left, NoCaseString const& right) { return right == left; }
+    friend int operator!=(char const* left, NoCaseString const& right) { return right != left; }
 
 private:
     CString text_;

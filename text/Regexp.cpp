@@ -1,14 +1,10 @@
 #include "text/Regexp.h"
 
 #include "platform/classlib/CString.h"
-#include "text/regexpCompiler.h"
 #include "text/regexpPlan.h"
 
-#include <cctype>
 #include <cstdlib>
-#include <cstring>
 #include <iostream>
-#include <memory>
 #include <string>
 #include <utility>
 
@@ -25,21 +21,12 @@ CString numberedText(unsigned number)
     return text;
 }
 
-std::string lowerCased(char const* text)
-{
-    std::string result(text);
-    for (char& c : result)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return result;
-}
-
 regexp* compiled(char const* pattern, bool withoutCase)
 {
     if (!withoutCase || !pattern)
         return regcomp(pattern);
-    zk::CaseFolding const folding = zk::CaseFolding::ofLocale();
     RegexpFault fault;
-    regexp* const result = zk::compileRegexp(lowerCased(pattern).c_str(), fault, std::malloc, &folding);
+    regexp* const result = zk::compileFolding(pattern, fault);
     if (!result)
         regerror(fault.message);
     return result;
@@ -77,7 +64,14 @@ Regexp& Regexp::operator=(Regexp&& other) noexcept
 
 int Regexp::match(char const* subject)
 {
-    target_ = subject;
+    int const matched = find(subject);
+    if (matched)
+        target_ = subject;
+    return matched;
+}
+
+int Regexp::find(char const* subject)
+{
     if (iflg_ != 1 || !subject || !program_)
         return regexec(program_, subject);
 
@@ -85,7 +79,7 @@ int Regexp::match(char const* subject)
     if (zk::matchFolded(*program_, subject, outcome))
         return outcome == RegexpOutcome::match ? 1 : 0;
 
-    std::string const lowered = lowerCased(subject);
+    std::string const lowered = zk::CaseFolding::ofLocale().lowerOf(subject);
     int const matched = regexec(program_, lowered.c_str());
     // The copy goes; the groups keep their places in the subject.
     char const* const copy = lowered.c_str();

@@ -15,6 +15,8 @@
 #include "text/sortStably.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <utility>
 #include <vector>
 
 /// A list whose index extends it. An argument may be the list itself or one of its elements.
@@ -81,7 +83,8 @@ public:
     /// Cuts as above and puts `elements` in the place of what was cut, or at the end if that comes first.
     SPList splice(int offset, int length, SPList const& elements);
 
-    /// A view of some elements; see SubList.h. The slice is copied, the list is not.
+    /// A view of some elements; see SubList.h. The slice is copied, the list is not. A range past the
+    /// end lengthens the list when the elements are taken: beware of a `text` from outside.
     SubList<T> operator()(Slice const& slice) { return SubList<T>(*this, slice); }
     SubList<T> operator()(Range const& range) { return SubList<T>(*this, Slice(range)); }
     SubList<T> operator()(int offset, int length);
@@ -89,11 +92,14 @@ public:
     SubList<T> operator()(char const* text) { return SubList<T>(*this, Slice(text)); }
 
 private:
-    // The size and place of `other`, with default values.
-    SPList(SPList const& other, T const*);
+    // A list of the size and place of `other`, with default values.
+    static SPList sizedAs(SPList const& other);
 
     // As if one by one with add(i, element), but the elements behind `i` move once.
     void insert(int i, SPList const& elements);
+
+    // Takes a cut of `elements` at `i` back, which left their slots behind.
+    void undoCut(int i, SPList& elements);
 };
 
 template <class T>
@@ -165,12 +171,14 @@ SPList<T> SPList<T>::reverse() const
 template <class T>
 SPList<T> SPList<T>::sort() const
 {
+    if (this->cnt_ < 2)
+        return *this;
     T const* const elements = this->a_ + this->first_;
     std::vector<T const*> order(static_cast<std::size_t>(this->cnt_));
     for (int i = 0; i < this->cnt_; ++i)
         order[i] = elements + i;
     zk::sortStably(order.data(), order.size());
-    SPList result(*this, this->a_);
+    SPList result = sizedAs(*this);
     for (int i = 0; i < this->cnt_; ++i)
         result.a_[result.first_ + i] = *order[i];
     return result;
@@ -192,9 +200,12 @@ SPList<T> SPList<T>::splice(int offset, int length)
         return cut;
     if (length > INT_MAX - offset)
         throw std::bad_alloc();
-    (*this)[offset + length - 1];
+    int const count = this->cnt_;
+    this->extendStepwiseTo(offset + length - 1);
+    this->cnt_ = count;  // until all is copied
     for (int i = 0; i < length; ++i)
-        cut.add((*this)[offset + i]);
+        cut.add(std::as_const(*this)[offset + i]);
+    this->cnt_ = std::max(count, offset + length);
     this->removeAt(offset, length);
     return cut;
 }
@@ -204,25 +215,37 @@ SPList<T> SPList<T>::splice(int offset, int length, SPList const& elements)
 {
     if (this == &elements)
         return splice(offset, length, SPList(elements));
+    int const count = this->cnt_;
     SPList cut = splice(offset, length);
-    insert(std::min(std::max(offset, 0), this->cnt_), elements);
+    int const place = std::min(std::max(offset, 0), this->cnt_);
+    try {
+        insert(place, elements);
+    } catch (...) {
+        undoCut(place, cut);
+        this->cnt_ = count;
+        throw;
+    }
     return cut;
 }
 
 template <class T>
 SubList<T> SPList<T>::operator()(int offset, int length)
 {
-    return SubList<T>(*this, Slice(Range(offset, offset + length - 1)));
+    // Where the end lies beyond all numbers it wraps around, and the range is empty.
+    std::uint32_t const end = static_cast<std::uint32_t>(offset) + static_cast<std::uint32_t>(length) - 1;
+    return SubList<T>(*this, Slice(Range(offset, static_cast<std::int32_t>(end))));
 }
 
 template <class T>
-SPList<T>::SPList(SPList const& other, T const*) : Base(0)
+SPList<T> SPList<T>::sizedAs(SPList const& other)
 {
-    this->a_ = zk::ListWindow<T>::make(other.allocated_);
-    this->allocated_ = other.allocated_;
-    this->allocinc_ = other.allocinc_;
-    this->cnt_ = other.cnt_;
-    this->first_ = other.first_;
+    SPList result(0);
+    result.a_ = zk::ListWindow<T>::make(other.allocated_);
+    result.allocated_ = other.allocated_;
+    result.allocinc_ = other.allocinc_;
+    result.cnt_ = other.cnt_;
+    result.first_ = other.first_;
+    return result;
 }
 
 template <class T>
@@ -233,11 +256,32 @@ void SPList<T>::insert(int i, SPList const& elements)
         this->add(0, elements[k++]);
     int const from = this->cnt_;
     int const place = i + k;
-    for (; k < elements.cnt_; ++k) {
-        if (std::int64_t(this->first_) + this->cnt_ + 1 >= this->allocated_)
-            this->grow();
-        this->addSlot() = elements[k];
+    try {
+        for (; k < elements.cnt_; ++k) {
+            if (std::int64_t(this->first_) + this->cnt_ + 1 >= this->allocated_)
+                this->grow();
+            this->add(elements[k]);
+        }
+    } catch (...) {
+        this->cnt_ = from;
+        this->removeAt(0, place - i);
+        throw;
     }
     T* const first = this->a_ + this->first_;
     std::rotate(first + place, first + from, first + this->cnt_);
+}
+
+template <class T>
+void SPList<T>::undoCut(int i, SPList& elements)
+{
+    int const n = elements.cnt_;
+    int const begin = std::min(this->first_, this->allocated_ - this->cnt_ - n);
+    T* const first = this->a_ + begin;
+    if (begin < this->first_)
+        std::move(this->a_ + this->first_, this->a_ + this->first_ + this->cnt_, first);
+    std::move_backward(first + i, first + this->cnt_, first + this->cnt_ + n);
+    for (int k = 0; k < n; ++k)
+        first[i + k] = std::move(elements[k]);
+    this->first_ = begin;
+    this->cnt_ += n;
 }

@@ -13,6 +13,7 @@
 #include "text/listWindow.h"
 #include "zk_export.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <functional>
@@ -53,10 +54,12 @@ struct ListGrowth {
 ///
 /// Elements that were removed or erased stay in their slots until these are
 /// used again: an index past the end may find them. A slot that was never used
-/// holds a default value. Adding at either end takes constant time on average.
+/// holds a default value, and so does every free slot once the list was centred
+/// or has grown. Adding at either end takes constant time on average.
 ///
-/// References to elements hold until the list grows. Where memory for growing
-/// cannot be had, std::bad_alloc is thrown and the list is as before.
+/// References to elements hold until the list is changed. Where memory cannot
+/// be had, std::bad_alloc is thrown and the elements are as before; of another
+/// list that is added those stay that were added already.
 template <class T>
 class SPListBase {
 public:
@@ -158,9 +161,10 @@ private:
     void grow(std::int64_t amount = 0, std::int64_t newcnt = -1);
 
     void arrange(int allocated, int first);
+    void arrange(zk::ListGrowth const& growth);
 
-    // Appends `n` slots, as if one by one, and gives the index of the first.
-    int addSlots(std::int64_t n);
+    // Makes room for `n` more elements at the end, as if they were added one by one.
+    void makeRoomAtEnd(std::int64_t n);
 
     // A list that grows by 1 may be out of balance after a growth: once more then.
     void makeRoomAtEnd();
@@ -169,19 +173,14 @@ private:
 
     void extendTo(int i);
 
+    // As extendTo(i), but as if each index up to it was used in turn.
+    void extendStepwiseTo(int i);
+
     void extendToFirstSlot();
 
     // Removes `n` elements from `i` on, as if one by one at `i`: at the front the slots stay as they
     // are, else those that get free hold the last element.
     void removeAt(int i, int n);
-
-    // The slot behind the last element, now the last element.
-    T& addSlot()
-    {
-        if (first_ + cnt_ >= allocated_)
-            makeRoomAtEnd();
-        return a_[first_ + cnt_++];
-    }
 
     // The fields, in this order and these widths, are part of what other modules may rely on.
     T* a_;
@@ -288,20 +287,35 @@ void SPListBase<T>::arrange(int allocated, int first)
 }
 
 template <class T>
-int SPListBase<T>::addSlots(std::int64_t n)
+void SPListBase<T>::makeRoomAtEnd(std::int64_t n)
 {
     if (n > INT_MAX - cnt_)
         throw std::bad_alloc();
-    int const count = cnt_ + static_cast<int>(n);
     zk::ListGrowth growth{allocated_, first_, cnt_, allocinc_};
-    for (; growth.count < count; ++growth.count)
+    for (std::int64_t const count = cnt_ + n; growth.count < count; ++growth.count)
         while (growth.first + growth.count >= growth.allocated)
             growth.grow();
+    arrange(growth);
+}
+
+template <class T>
+void SPListBase<T>::extendStepwiseTo(int i)
+{
+    zk::ListGrowth growth{allocated_, first_, cnt_, allocinc_};
+    for (; growth.count <= i; ++growth.count)
+        while (growth.first + growth.count >= growth.allocated)
+            growth.grow(growth.step - growth.allocated + growth.first + growth.count, growth.count + 1);
+    arrange(growth);
+    cnt_ = std::max(cnt_, i + 1);
+}
+
+template <class T>
+void SPListBase<T>::arrange(zk::ListGrowth const& growth)
+{
     if (growth.allocated > INT_MAX)
         throw std::bad_alloc();
     if (growth.allocated != allocated_ || growth.first != first_)
         arrange(static_cast<int>(growth.allocated), static_cast<int>(growth.first));
-    return std::exchange(cnt_, count);
 }
 
 template <class T>
@@ -344,9 +358,13 @@ void SPListBase<T>::removeAt(int i, int n)
         for (int k = i; k < rest; ++k)
             std::swap(elements[k], elements[k + n]);
         T const& last = elements[i < rest ? rest - 1 : cnt_ - 1];
-        for (int k = rest; k < cnt_; ++k)
-            if (&elements[k] != &last)
-                elements[k] = last;
+        try {
+            for (int k = rest; k < cnt_; ++k)
+                if (&elements[k] != &last)
+                    elements[k] = last;
+        } catch (...) {
+            // Without memory for what stays in a free slot, it is another old element that stays there.
+        }
     }
     cnt_ -= n;
 }

@@ -6,9 +6,10 @@
 #include "text/options.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <iostream>
-#include <memory>
+#include <new>
 #include <string_view>
 
 namespace {
@@ -16,6 +17,13 @@ namespace {
 std::string_view viewOf(SPString const& text)
 {
     return {text, text.length()};
+}
+
+// The part to look for: it ends with the first NUL that it holds.
+std::string_view partOf(SPString const& text)
+{
+    std::string_view const all = viewOf(text);
+    return all.substr(0, std::min(all.find('\0'), all.size() - 1) + 1);
 }
 
 }  // namespace
@@ -42,7 +50,11 @@ SPString SPString::operator+(char const* right) const
 
 SPString SPString::operator+(char right) const
 {
-    return SPString(*this, &right, 1);
+    if (!text_.irregular_)
+        return SPString(*this, &right, 1);
+    SPString sum(*this);
+    sum += right;
+    return sum;
 }
 
 SPString operator+(char const* left, SPString const& right)
@@ -64,7 +76,7 @@ int SPString::index(SPString const& s, int offset) const
     std::size_t const start = std::max(offset, 0);
     if (start >= length())
         return -1;
-    return static_cast<int>(zk::findFirst(viewOf(*this), viewOf(s), start));
+    return static_cast<int>(zk::findFirst(viewOf(*this), partOf(s), start));
 }
 
 int SPString::rindex(SPString const& s, std::size_t offset) const
@@ -77,7 +89,8 @@ int SPString::rindex(SPString const& s, std::size_t offset) const
     auto const pos = static_cast<std::int32_t>(std::min(start, last));
     if (pos < 0)
         return -1;
-    return static_cast<int>(zk::findLast(viewOf(*this).substr(0, pos + n), viewOf(s)));
+    std::string_view const part = partOf(s);
+    return static_cast<int>(zk::findLast(viewOf(*this).substr(0, pos + part.size()), part));
 }
 
 SPString::substring SPString::substr(std::size_t pos, std::size_t len)
@@ -106,7 +119,11 @@ int SPString::m(Regexp& expression, SPStringList& groups) const
 {
     if (!expression.match(*this))
         return 0;
-    SPString const text(*this);  // which may be an element of the list
+    if (!groups.holdsElement(*this)) {
+        groups.reset();
+        return groups.pushGroups(expression, *this);
+    }
+    SPString const text(*this);
     groups.reset();
     return groups.pushGroups(expression, text);
 }
@@ -132,14 +149,7 @@ int SPString::compare(char const* other) const noexcept
 // Replaces `count` characters at `pos`, or those that there are, by `length` characters of `text`.
 void SPString::insert(std::size_t pos, std::size_t count, char const* text, std::size_t length)
 {
-    std::unique_ptr<char[]> copy;
-    if (text_.holds(text)) {
-        copy.reset(new char[length + 1]);
-        std::memcpy(copy.get(), text, length);
-        text = copy.get();
-    }
-    text_.remove(pos, count);
-    text_.insert(pos, text, length);
+    text_.replace(pos, count, text, length);
 }
 
 SPString::substring::substring(SPString& str, std::size_t pos, std::size_t len) noexcept
@@ -150,7 +160,7 @@ SPString::substring::substring(SPString& str, std::size_t pos, std::size_t len) 
 
 SPString::substring& SPString::substring::operator=(SPString const& text)
 {
-    replace(text, text.length());
+    replace(text, text.text_.viewLength());
     return *this;
 }
 
@@ -162,7 +172,8 @@ SPString::substring& SPString::substring::operator=(char const* text)
 
 SPString::substring& SPString::substring::operator=(substring const& other)
 {
-    replace(other.text(), other.length());
+    std::string_view const text(other.text(), other.length());
+    replace(text.data(), std::min(text.find('\0'), text.size()));
     return *this;
 }
 
@@ -188,30 +199,49 @@ std::ostream& operator<<(std::ostream& stream, SPString const& text)
     return stream << static_cast<char const*>(text);
 }
 
+namespace {
+
+constexpr int stretch = 131;
+constexpr int endOfStream = std::char_traits<char>::eof();
+
+// Reads up to `stretch` characters of a line, the first of which is `c`, and leaves in `c` what
+// comes behind them.
+int readStretch(std::streambuf& source, int& c, char* buffer)
+{
+    int count = 0;
+    for (; count < stretch && c != endOfStream && c != '\n'; c = source.sbumpc())
+        buffer[count++] = static_cast<char>(c);
+    buffer[count] = '\0';
+    return count;
+}
+
+}  // namespace
+
 std::istream& operator>>(std::istream& stream, SPString& text)
 {
-    constexpr int stretch = 131;
-    constexpr int end = std::char_traits<char>::eof();
-
     text = "";
     std::istream::sentry const ready(stream, true);
     if (!ready)
         return stream;
     std::ios_base::iostate state = std::ios_base::goodbit;
-    std::streambuf& source = *stream.rdbuf();
-    bool hasRead = false;
-    for (int c = source.sbumpc(); c != '\n';) {
-        char buffer[stretch + 1];
-        int count = 0;
-        for (; count < stretch && c != end && c != '\n'; c = source.sbumpc())
-            buffer[count++] = static_cast<char>(c);
-        buffer[count] = '\0';
-        text += buffer;
-        hasRead = hasRead || count > 0;
-        if (c == end) {
-            state = hasRead ? std::ios_base::eofbit : std::ios_base::eofbit | std::ios_base::failbit;
-            break;
+    try {
+        std::streambuf& source = *stream.rdbuf();
+        bool hasRead = false;
+        for (int c = source.sbumpc(); c != '\n' && state == std::ios_base::goodbit;) {
+            char buffer[stretch + 1];
+            int const count = readStretch(source, c, buffer);
+            text += buffer;
+            hasRead = hasRead || count > 0;
+            if (c == endOfStream)
+                state = hasRead ? std::ios_base::eofbit : std::ios_base::eofbit | std::ios_base::failbit;
         }
+    } catch (std::bad_alloc const&) {
+        throw;
+    } catch (...) {
+        // The stream's source failed. As after the stream's own operations, the stream is bad then.
+        if (stream.exceptions() & std::ios_base::badbit)
+            throw;
+        state = std::ios_base::badbit;
     }
     if (state != std::ios_base::goodbit)
         stream.setstate(state);

@@ -125,8 +125,8 @@ public:
     ///
     /// Both take ranges as in "a-z". `opts` may hold `c` (the characters that are not in `from`), `d`
     /// (delete those that have no counterpart in `to`) and `s` (what would repeat the character before
-    /// it in the result is left out). A `to` that is too short goes on with its last character; an
-    /// empty one changes nothing. The lower bound of a range in `to` is the character of the expanded
+    /// it in the result is left out). A `to` that is too short goes on with its last character; with an
+    /// empty one the characters stay, unless `d` deletes or `s` squeezes them. The lower bound of a range in `to` is the character of the expanded
     /// text at the place that stands before the `-` in `to`, plus one: what follows a first range may
     /// so be another range than it looks, or none. Linear.
     int tr(char const* from, char const* to, char const* opts = "");

@@ -24,8 +24,8 @@ SPStringList::SPStringList(int size) : SPList<SPString>(size)
 
 SPStringList::SPStringList(char const* pattern, char const* target, char const* opts) : SPStringList(20)
 {
-    if (m(pattern, target, opts) > 0)
-        shift();
+    m(pattern, target, opts);
+    shift();  // which passes a slot where there is nothing
 }
 
 SPStringList::SPStringList(SPStringList const& other)
@@ -61,7 +61,13 @@ SPStringList::~SPStringList() = default;
 int SPStringList::split(char const* text, char const* pattern, int limit)
 {
     std::string const copy(text ? text : "");  // `text` may be an element of this list
-    return splitText(copy, pattern, limit);
+    int const before = count();
+    try {
+        return splitText(copy, pattern, limit);
+    } catch (...) {
+        cnt_ = before;
+        throw;
+    }
 }
 
 int SPStringList::splitText(std::string_view text, char const* pattern, int limit)
@@ -79,9 +85,9 @@ int SPStringList::splitText(std::string_view text, char const* pattern, int limi
 
 void SPStringList::splitIntoCharacters(std::string_view text)
 {
-    int next = addSlots(static_cast<std::int64_t>(text.size()));
+    makeRoomAtEnd(static_cast<std::int64_t>(text.size()));
     for (char const& c : text)
-        setText(next++, std::string_view(&c, 1));
+        putText(std::string_view(&c, 1));
 }
 
 void SPStringList::splitIntoWords(std::string_view text)
@@ -123,15 +129,15 @@ void SPStringList::splitByExpression(std::string_view text, char const* pattern,
 void SPStringList::splitAtCharacter(std::string_view text, char separator)
 {
     bool const hasRest = text.back() != separator;
-    int next = addSlots(std::count(text.begin(), text.end(), separator) + hasRest);
+    makeRoomAtEnd(std::count(text.begin(), text.end(), separator) + hasRest);
     char const* const end = text.data() + text.size();
     char const* start = text.data();
     while (auto const found = static_cast<char const*>(std::memchr(start, separator, end - start))) {
-        setText(next++, {start, static_cast<std::size_t>(found - start)});
+        putText({start, static_cast<std::size_t>(found - start)});
         start = found + 1;
     }
     if (hasRest)
-        setText(next, {start, static_cast<std::size_t>(end - start)});
+        putText({start, static_cast<std::size_t>(end - start)});
 }
 
 void SPStringList::dropEmptyEnd()
@@ -198,17 +204,20 @@ SPStringList SPStringList::grep(char const* pattern, char const* opts) const
 // Appends `text`, which is no part of this list.
 void SPStringList::pushText(std::string_view text)
 {
-    addSlot();
-    setText(count() - 1, text);
+    if (first_ + cnt_ >= allocated_)
+        makeRoomAtEnd();
+    putText(text);
 }
 
-void SPStringList::setText(int i, std::string_view text)
+// The same where there is room.
+void SPStringList::putText(std::string_view text)
 {
-    VarString& slot = a_[first_ + i].text_;
+    VarString& slot = a_[first_ + cnt_].text_;
     if (slot.isUnused())
         slot.begin(text.data(), text.size());
     else
         slot.take(text.data(), text.size());
+    ++cnt_;
 }
 
 int SPStringList::pushGroups(Regexp const& expression, char const* text)

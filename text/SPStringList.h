@@ -23,7 +23,7 @@ public:
     explicit SPStringList(int size = 20);
 
     /// The groups of a match of `pattern` in `target`, without the match itself; empty if there is
-    /// none. With `i` in `opts` case is ignored.
+    /// no match. With `i` in `opts` case is ignored.
     SPStringList(char const* pattern, char const* target, char const* opts = "");
 
     /// The elements, in a list of 20 slots or as many more as it takes.
@@ -45,8 +45,8 @@ public:
     /// its own behind the field before it. The text behind a match is searched as a string of its own:
     /// `^` matches at its start. An empty rest is no field.
     ///
-    /// With a `limit` of 0 or more there are at most so many fields (but for groups; 0 counts as 1),
-    /// the last one being the rest of the text. With a negative one all fields are taken, and all empty
+    /// With a `limit` of 0 or more an expression gives at most so many fields (but for groups; 0 counts
+    /// as 1), the last one being the rest of the text. With a negative one all fields are taken, and all empty
     /// elements at the end of the list are removed; an empty match then ends the splitting, since it
     /// would come again for ever. Linear where each single match is.
     int split(char const* text, char const* pattern, int limit = -1);
@@ -64,8 +64,9 @@ public:
 private:
     friend class SPString;
 
+    bool holdsElement(SPString const& text) const { return holds(&text); }
     void pushText(std::string_view text);
-    void setText(int i, std::string_view text);
+    void putText(std::string_view text);
     int pushGroups(Regexp const& expression, char const* text);
     int splitText(std::string_view text, char const* pattern, int limit);
     void splitIntoCharacters(std::string_view text);

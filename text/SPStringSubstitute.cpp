@@ -95,7 +95,7 @@ int SPString::s(char const* pattern, char const* replacement, char const* opts)
     for (bool progress = search.end() > 0; progress && search.end() < length() && search.next(); ++count) {
         out.append(search.before());
         parts.expand(out, search);
-        progress = search.end() > search.start() || !search.before().empty();
+        progress = search.end() > search.start();
     }
     out.append(search.rest());
 

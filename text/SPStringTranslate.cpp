@@ -238,15 +238,27 @@ int SPString::tr(char const* from, char const* to, char const* opts)
         return 0;
     // The arguments are read before the text changes: they may be a part of it.
     Translation const translation(from, to ? to : "", opts);
-    std::size_t translated = length();
-    std::size_t const count = translation.apply(text_.text_, translated);
-    text_.text_[translated] = '\0';
-    text_.length_ = translated;
-    if (text_.allocated_ <= translated + 1) {
-        // The text as if built in a buffer of its own, which grew in steps of 32.
-        constexpr std::size_t step = VarString::defaultSize;
-        text_.enlarge(translated / step * step + step, translated);
-        text_.step_ = step;
+    std::size_t const oldLength = length();
+    auto const translate = [&translation](VarString& text) {
+        std::size_t const count = translation.apply(text.text_, text.length_);
+        text.text_[text.length_] = '\0';
+        return static_cast<int>(count);
+    };
+    if (text_.allocated_ > oldLength + 1)
+        return translate(text_);
+    // A full buffer gives way to one that grew in steps of 32 with the result, unless that is shorter.
+    constexpr std::size_t step = VarString::defaultSize;
+    VarString grown(oldLength / step * step + step);
+    grown.step_ = step;
+    std::memcpy(grown.text_, text_.text_, oldLength + 1);
+    grown.length_ = oldLength;
+    grown.irregular_ = text_.irregular_;
+    int const count = translate(grown);
+    if (grown.length_ == oldLength) {
+        text_.swap(grown);
+    } else {
+        std::memcpy(text_.text_, grown.text_, grown.length_ + 1);
+        text_.length_ = grown.length_;
     }
-    return static_cast<int>(count);
+    return count;
 }

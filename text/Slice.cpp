@@ -5,10 +5,8 @@
 
 #include <algorithm>
 #include <atomic>
-#include <cerrno>
 #include <climits>
 #include <cstdlib>
-#include <cstring>
 #include <iostream>
 #include <utility>
 
@@ -30,7 +28,7 @@ void report(unsigned number, Arguments const&... arguments)
 int numberIn(char const* text)
 {
     long long const number = std::strtoll(text, nullptr, 10);
-    return static_cast<int>(std::clamp<long long>(number, INT_MIN, INT_MAX));
+    return static_cast<int>(std::min<long long>(number, INT_MAX));  // a '-' is never a part of it
 }
 
 }  // namespace
@@ -101,7 +99,7 @@ void Slice::add(int i)
 
 int Slice::count() const
 {
-    return store().ranges.count();
+    return store_ ? store_->ranges.count() : 0;
 }
 
 Range const& Slice::operator[](int i) const

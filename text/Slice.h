@@ -50,7 +50,7 @@ public:
     /// The number of ranges.
     int count() const;
 
-    /// Range `i`. Where there are fewer, empty ones are added up to it.
+    /// Range `i`. Where there are fewer, empty ones are added up to it; not for two threads at once then.
     Range const& operator[](int i) const;
 
 private:

@@ -8,7 +8,6 @@
 #include <cstring>
 #include <functional>
 #include <new>
-#include <utility>
 
 namespace {
 
@@ -67,6 +66,8 @@ VarString::VarString(char const* text) : VarString()
 
 VarString::VarString(char const* text, std::size_t length) : VarString()
 {
+    if (length >= PTRDIFF_MAX)
+        throw std::bad_alloc();
     text = orEmpty(text);
     text_ = new char[blockSize(length + 1)];
     auto const end = static_cast<char const*>(std::memchr(text, '\0', length));
@@ -99,10 +100,9 @@ VarString::VarString(VarString const& left, char const* text, std::size_t length
     allocated_ = size;
     step_ = left.step_;
     length_ = left.length_ + length;
-    if (view < left.length_) {
+    if (view < left.length_)
         std::memset(text_ + view + length, 0, left.length_ + 1 - view);
-        irregular_ = 1;
-    }
+    irregular_ = view < left.length_ || (length == 1 && *text == '\0');
 }
 
 VarString& VarString::operator=(VarString const& other)
@@ -241,15 +241,50 @@ void VarString::take(char const* text, std::size_t length)
     assign(text, length, fits ? allocated_ : length + 1);
     if (!fits)
         step_ = defaultSize;
+    // What stands behind a NUL is not taken.
+    if (auto const end = static_cast<char*>(std::memchr(text_, '\0', length))) {
+        std::memset(end, 0, static_cast<std::size_t>(text_ + length - end));
+        irregular_ = 1;
+    }
 }
 
-// The same for an unused string, which is then as if it had been made from the text.
+// The same for an unused string.
 void VarString::begin(char const* text, std::size_t length)
 {
-    text_ = new char[blockSize(length + 1)];
+    std::size_t const size = std::max(allocated_, length + 1);
+    text_ = new char[blockSize(size)];
     *zk::copyShort(text_, text, length) = '\0';
     length_ = length;
-    allocated_ = length + 1;
+    allocated_ = size;
+}
+
+// Puts `length` characters of `text` in the place of `count` at `pos`, or of those that there are. By
+// the sizes it is a removal and then an insertion, but the room is made before anything changes.
+// Not for a string in the state after erase().
+void VarString::replace(std::size_t pos, std::size_t count, char const* text, std::size_t length)
+{
+    pos = std::min(pos, length_);
+    count = std::min(count, length_ - pos);
+    Block copy;
+    if (length > 0 && holds(text)) {
+        copy.reset(new char[length]);
+        std::memcpy(copy.get(), text, length);
+        text = copy.get();
+    }
+    if (irregular_) {  // which bytes are kept depends on where the view ends in between
+        remove(pos, count);
+        insert(pos, text, length);
+        return;
+    }
+    std::size_t const newLength = length_ - count + length;
+    std::size_t const size = length > 0 && newLength >= allocated_ ? newLength + step_ : allocated_;
+    if (size > allocated_ || (length > 0 && text_ == noText()))
+        enlarge(size, length_);
+    if (text_ == noText())
+        return;
+    std::memmove(text_ + pos + length, text_ + pos + count, length_ - pos - count + 1);
+    std::memcpy(text_ + pos, text, length);
+    length_ = newLength;
 }
 
 void VarString::insert(std::size_t pos, char const* text, std::size_t length)

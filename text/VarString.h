@@ -15,6 +15,7 @@
 #include <cstddef>
 #include <cstring>
 #include <memory>
+#include <type_traits>
 
 class SPString;
 class SPStringList;
@@ -34,14 +35,20 @@ public:
     /// A buffer of `size` bytes that grows by `size`. A size of 0 counts as 1.
     VarString(std::size_t size);
 
-    /// As above: a plain number is a size, not a character. A negative one cannot be had: std::bad_alloc.
+    /// As above: a plain number, of whatever type, is a size and not a character. A negative one
+    /// cannot be had: std::bad_alloc.
     VarString(int size);
+    template <class Size, class = std::enable_if_t<std::is_integral_v<Size> && (sizeof(Size) > sizeof(char))>>
+    VarString(Size size) : VarString(static_cast<std::size_t>(size))
+    {
+    }
 
     /// A copy of `text` in a buffer that just holds it.
     VarString(char const* text);
 
     /// The first `length` bytes of `text`. Where `text` ends earlier, the rest is filled with NUL:
-    /// length() is `length` all the same, but the view ends where `text` does.
+    /// length() is `length` all the same, but the view ends where `text` does. A length that no text
+    /// can have, as -1, is std::bad_alloc.
     VarString(char const* text, std::size_t length);
 
     /// The one character.
@@ -83,7 +90,7 @@ public:
     /// The text, valid until the next change of the string.
     operator char const*() const noexcept { return text_; }
 
-    /// Stores `c` at length() and terminates behind it.
+    /// Stores `c` at length() and terminates behind it. A NUL counts, but ends the view.
     void add(char c)
     {
         if (length_ + 1 >= allocated_ || text_ == noText())
@@ -163,6 +170,7 @@ private:
     void take(char const* text, std::size_t length);
     void begin(char const* text, std::size_t length);
     void insert(std::size_t pos, char const* text, std::size_t length);
+    void replace(std::size_t pos, std::size_t count, char const* text, std::size_t length);
 
     // The fields, in this order and these widths, are part of what other modules may rely on.
     char* text_;

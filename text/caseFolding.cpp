@@ -27,6 +27,14 @@ std::uint64_t CaseFolding::localeNow()
     return hash;
 }
 
+std::string CaseFolding::lowerOf(char const* text) const
+{
+    std::string result(text);
+    for (char& c : result)
+        c = lowerOf(c);
+    return result;
+}
+
 bool CaseFolding::hasVariants(char c) const
 {
     ByteSet variants;

@@ -4,6 +4,7 @@
 #include "text/byteSearch.h"
 
 #include <cstdint>
+#include <string>
 
 namespace zk {
 
@@ -16,9 +17,11 @@ struct CaseFolding {
 
     static CaseFolding ofLocale();
 
-    /// A number for the locale's name: where it is the same, so is the folding.
+    /// A number for the name of the process's locale: where it is the same, so is the folding. The
+    /// locales that a thread may have for itself are not looked at.
     static std::uint64_t localeNow();
 
+    std::string lowerOf(char const* text) const;
     char lowerOf(char c) const { return static_cast<char>(lower[static_cast<unsigned char>(c)]); }
 
     /// Whether other bytes than `c` itself fold to `c`.

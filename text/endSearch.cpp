@@ -2,21 +2,13 @@
 
 #include "platform/classlib/textSearch.h"
 #include "text/Regexp.h"
+#include "text/regexpPlan.h"
 
-#include <cctype>
 #include <cstring>
 
 namespace zk {
 
 namespace {
-
-std::string lowerCased(std::string_view text)
-{
-    std::string lowered(text);
-    for (char& c : lowered)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return lowered;
-}
 
 // The text that `pattern`, which compiles, stands for; empty if it stands for more than one, or for
 // the empty text.
@@ -36,26 +28,23 @@ std::string literalOf(std::string_view pattern)
 }  // namespace
 
 EndSearch::EndSearch(char const* pattern, bool ignoresCase, std::string_view text)
-    : text_(text), subject_(text.data())
+    : text_(text), ignoresCase_(ignoresCase)
 {
-    std::string const expression = ignoresCase && pattern ? lowerCased(pattern) : pattern ? pattern : "";
     RegexpFault fault;
-    program_.reset(pattern ? regcomp(expression.c_str(), fault) : nullptr);
+    if (pattern)
+        program_.reset(ignoresCase ? compileFolding(pattern, fault) : regcomp(pattern, fault));
     if (!program_) {
         Regexp(pattern, ignoresCase).match("");  // which says what is wrong
         return;
     }
-    if (ignoresCase) {
-        lowered_ = lowerCased(text);
-        subject_ = lowered_.c_str();
-    }
-    literal_ = literalOf(expression);
+    if (!ignoresCase)
+        literal_ = literalOf(pattern);
     isLiteral_ = !literal_.empty();
 }
 
 bool EndSearch::nextLiteral()
 {
-    std::ptrdiff_t const place = findFirst({subject_, text_.size()}, literal_, end_);
+    std::ptrdiff_t const place = findFirst(text_, literal_, end_);
     if (place < 0)
         return false;
     searched_ = end_;
@@ -66,11 +55,16 @@ bool EndSearch::nextLiteral()
 
 bool EndSearch::nextMatch()
 {
-    if (!program_ || !regexec(program_.get(), subject_ + end_))
+    if (!program_)
+        return false;
+    char const* const subject = text_.data() + end_;
+    RegexpOutcome outcome;
+    bool const folded = ignoresCase_ && matchFolded(*program_, subject, outcome);
+    if (!(folded ? outcome == RegexpOutcome::match : regexec(program_.get(), subject) == 1))
         return false;
     searched_ = end_;
-    start_ = static_cast<std::size_t>(program_->startp[0] - subject_);
-    end_ = static_cast<std::size_t>(program_->endp[0] - subject_);
+    start_ = static_cast<std::size_t>(program_->startp[0] - text_.data());
+    end_ = static_cast<std::size_t>(program_->endp[0] - text_.data());
     return true;
 }
 

@@ -21,7 +21,7 @@ namespace zk {
 /// An expression that does not compile is reported as Regexp does it, and never matches.
 class EndSearch {
 public:
-    /// `text`, NUL-terminated, must live on; what ignores case takes a copy of it.
+    /// `text`, NUL-terminated, must live on.
     EndSearch(char const* pattern, bool ignoresCase, std::string_view text);
 
     /// Finds the next match behind the last one.
@@ -46,7 +46,7 @@ public:
             return n == 0 ? text_.substr(start_, end_ - start_) : std::string_view();
         if (!program_->startp[n])
             return {};
-        return text_.substr(static_cast<std::size_t>(program_->startp[n] - subject_),
+        return text_.substr(static_cast<std::size_t>(program_->startp[n] - text_.data()),
                             static_cast<std::size_t>(program_->endp[n] - program_->startp[n]));
     }
 
@@ -68,8 +68,7 @@ private:
     bool nextMatch();
 
     std::string_view text_;
-    std::string lowered_;
-    char const* subject_;  // the text that is searched: text_ or lowered_
+    bool ignoresCase_;
     std::unique_ptr<regexp, Free> program_;
     bool isLiteral_ = false;
     std::string literal_;

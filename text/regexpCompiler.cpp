@@ -382,7 +382,8 @@ regexp* compileRegexp(char const* expression, RegexpFault& fault, RegexpAllocato
         fault = {"regexp too big", std::strlen(expression)};
         return nullptr;
     }
-    void* const block = allocate(regexpBlockSize(counting.size(), counting.nodes(), counting.sets()));
+    void* const block =
+        allocate(regexpBlockSize(counting.size(), counting.nodes(), counting.sets(), folding));
     if (!block) {
         fault = {"out of space", 0};
         return nullptr;
@@ -395,6 +396,12 @@ regexp* compileRegexp(char const* expression, RegexpFault& fault, RegexpAllocato
     setHints(*result, writing.flags());
     makePlan(*result, counting.size(), counting.nodes(), counting.sets(), folding);
     return result;
+}
+
+regexp* compileFolding(char const* expression, RegexpFault& fault)
+{
+    CaseFolding const folding = CaseFolding::ofLocale();
+    return compileRegexp(folding.lowerOf(expression).c_str(), fault, std::malloc, &folding);
 }
 
 }  // namespace zk

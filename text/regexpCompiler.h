@@ -40,7 +40,7 @@ public:
     /// What run() found, for the search hints.
     Flags flags() const { return flags_; }
 
-    // The levels of the grammar; each leaves what it knows of its part in `flags`.
+    // The levels of the grammar, for run() and for tests of what run() never comes to; each leaves what it knows of its part in `flags`.
     Node alternatives(bool parenthesised, Flags& flags);
     Node branch(Flags& flags);
     Node piece(Flags& flags);

@@ -45,6 +45,9 @@ inline constexpr int NSUBEXP = 20;
 ///   21 - 39 OPEN                  nothing: group 1 - 19 starts
 ///   41 - 59 CLOSE                 nothing: group 1 - 19 ends
 ///
+/// Behind the program stands what makes matching fast. It is of use at this
+/// address only: a copy of the record and its program matches the same, but slower.
+///
 /// Not for two threads at once, since every match writes `startp` and `endp`;
 /// different expressions share nothing.
 struct regexp {
@@ -62,7 +65,7 @@ struct regexp {
 ///
 /// On failure the result is null and one line is on the standard error stream,
 /// "regerror: " and the reason. The caller releases the result with free().
-/// Two passes over the expression; one allocation.
+/// Two passes over the expression and one over the program; one allocation.
 ZK_UTIL_API regexp* regcomp(char const* exp);
 
 /// Looks for the leftmost match of `prog` in the text `string`.
@@ -70,11 +73,13 @@ ZK_UTIL_API regexp* regcomp(char const* exp);
 /// The result is 1 with `startp` and `endp` filled, or 0. A null argument and a
 /// program that was tampered with are reported as one line on the standard
 /// error stream; the result is then 0. Takes no stack to speak of, however
-/// long the text is; memory grows with the choices that are still open. Time
-/// grows with the product of both lengths at worst.
+/// long the text is. Memory grows with the choices that are still open and, in
+/// a long search, by a bit for each place where one has failed; where there is
+/// none, std::bad_alloc is thrown. Time grows with the product of both lengths
+/// at worst.
 ZK_UTIL_API int regexec(regexp* prog, char const* string);
 
-/// Writes "regerror: ", `message` and a newline to the standard error stream.
+/// Writes "regerror: ", `message` and a newline to the standard error stream. A null message is empty.
 ZK_UTIL_API void regerror(char const* message);
 
 /// Why an expression does not compile, and where.
@@ -95,5 +100,6 @@ enum class RegexpOutcome {
 
 /// As regexec, but gives up after about `stepLimit` steps of the search.
 ///
-/// A step is one choice taken back or one start position tried. After `outOfSteps` no group is set.
+/// Steps are counted roughly: one for each choice that is made or taken back, each start that fails
+/// and each 16 characters of a repeat. After `outOfSteps` no group is set.
 ZK_UTIL_API RegexpOutcome regexec(regexp* prog, char const* string, std::uint64_t stepLimit);

@@ -4,8 +4,11 @@
 #include "text/regexpRunner.h"
 #include "text/regexpWalker.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
+#include <string>
 
 namespace {
 
@@ -15,19 +18,12 @@ void clearGroups(regexp& expression)
     std::memset(expression.endp, 0, sizeof expression.endp);
 }
 
-// Whether the text, lower-cased, holds `wanted`.
-bool holdsFolded(char const* text, char const* wanted, unsigned char const* lower)
+bool hasGroups(regexp const& expression)
 {
-    for (;; ++text) {
-        std::size_t same = 0;
-        while (wanted[same] != '\0' &&
-               static_cast<char>(lower[static_cast<unsigned char>(text[same])]) == wanted[same])
-            ++same;
-        if (wanted[same] == '\0')
-            return true;
-        if (*text == '\0')
-            return false;
-    }
+    return std::any_of(std::begin(expression.startp), std::end(expression.startp),
+                       [](char const* place) { return place != nullptr; }) ||
+        std::any_of(std::begin(expression.endp), std::end(expression.endp),
+                    [](char const* place) { return place != nullptr; });
 }
 
 // Whether a search without success has tried a position at all. If not, it has
@@ -35,10 +31,14 @@ bool holdsFolded(char const* text, char const* wanted, unsigned char const* lowe
 bool hasTried(regexp const& expression, zk::RegexpPlan const& plan, zk::RegexpRunner const& runner,
               char const* text)
 {
-    auto const holds = [&](char const* wanted) {
-        return plan.foldsCase ? holdsFolded(text, wanted, plan.lower())
-                              : std::strstr(text, wanted) != nullptr;
-    };
+    std::string lowered;
+    if (plan.foldsCase) {
+        lowered = text;
+        for (char& c : lowered)
+            c = static_cast<char>(plan.lower()[static_cast<unsigned char>(c)]);
+        text = lowered.c_str();
+    }
+    auto const holds = [text](char const* wanted) { return std::strstr(text, wanted) != nullptr; };
     if (expression.regmust) {
         bool const looked =
             plan.search == zk::RegexpSearch::literal && plan.needle.text == expression.regmust;
@@ -54,7 +54,8 @@ RegexpOutcome matchWith(zk::RegexpPlan const& plan, regexp& expression, char con
 {
     zk::RegexpRunner runner(expression, plan, text, stepLimit);
     RegexpOutcome const outcome = runner.search();
-    if (outcome == RegexpOutcome::noMatch && hasTried(expression, plan, runner, text))
+    if (outcome == RegexpOutcome::noMatch && hasGroups(expression) &&
+        hasTried(expression, plan, runner, text))
         clearGroups(expression);
     return outcome;
 }
@@ -63,7 +64,7 @@ RegexpOutcome walk(regexp& expression, char const* text, std::uint64_t stepLimit
 {
     std::size_t const size = zk::sealedSize(expression);
     zk::RegexpWalker walker(expression, size ? size : zk::regexpSizeLimit, stepLimit);
-    return walker.search(const_cast<char*>(text));
+    return walker.search(text);
 }
 
 }  // namespace
@@ -75,8 +76,10 @@ bool matchFolded(regexp& expression, char const* text, RegexpOutcome& outcome)
     if (static_cast<unsigned char>(*static_cast<char const*>(expression.program)) != regexpMagic)
         return false;
     RegexpPlan const* const plan = planOf(expression);
-    if (!plan || !plan->foldsCase || plan->locale != CaseFolding::localeNow())
+    if (!plan || !plan->foldsCase)
         return false;
+    if (plan->locale != CaseFolding::localeNow())
+        refold(expression, *plan);
     outcome = matchWith(*plan, expression, text, UINT64_MAX);
     return true;
 }
@@ -108,5 +111,5 @@ int regexec(regexp* prog, char const* string)
 
 void regerror(char const* message)
 {
-    std::fprintf(stderr, "regerror: %s\n", message);
+    std::fprintf(stderr, "regerror: %s\n", message ? message : "");
 }

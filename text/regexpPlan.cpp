@@ -83,7 +83,8 @@ PlanMaker::PlanMaker(regexp& expression, std::size_t programSize, std::size_t no
         plan_.foldsCase = true;
         plan_.locale = folding->locale;
     }
-    numberAt_ = reinterpret_cast<std::uint16_t*>(copy + (programSize + sizeof folding->lower + 1) / 2 * 2);
+    std::size_t const kept = programSize + (folding ? sizeof folding->lower : 0);
+    numberAt_ = reinterpret_cast<std::uint16_t*>(copy + (kept + 1) / 2 * 2);
 }
 
 void PlanMaker::run()
@@ -274,7 +275,7 @@ void PlanMaker::resolveJumps()
     for (std::size_t number = 0; number < plan_.stepCount; ++number) {
         RegexpStep& step = steps_[number];
         if (step.kind == RegexpStep::choice && step.other != RegexpStep::none)
-            steps_[step.other].exclusive = true;
+            steps_[step.other].isOther = true;
     }
     auto const target = [this](std::uint16_t number) {
         return number != RegexpStep::none && steps_[number].kind == RegexpStep::jump ? steps_[number].next
@@ -282,7 +283,7 @@ void PlanMaker::resolveJumps()
     };
     for (std::size_t number = plan_.stepCount; number-- > 0;) {
         RegexpStep& step = steps_[number];
-        if (step.kind == RegexpStep::choice && step.other == RegexpStep::none && !step.exclusive)
+        if (step.kind == RegexpStep::choice && step.other == RegexpStep::none && !step.isOther)
             step.kind = RegexpStep::jump;
         step.next = target(step.next);
     }
@@ -428,8 +429,7 @@ void PlanMaker::chooseRequired(double& best)
             plan_.needle = needle;
         }
     };
-    auto const considerSet = [&](RegexpStep const& step) {
-        ByteSet const members = membersOf(step);
+    auto const considerSet = [&](ByteSet const& members) {
         double const cost = Weighed::cost(Weighed::setPass, Weighed::frequency(members));
         // Places found this way leave more to do than those where a match starts.
         if (cost < best * 0.8) {
@@ -439,6 +439,27 @@ void PlanMaker::chooseRequired(double& best)
         }
     };
 
+    // The rarest character of the text, with what stands before it in the text.
+    auto const considerFoldedText = [&](RegexpStep const& step) {
+        ByteSet const beforeText = before;
+        std::size_t const leastBeforeText = least;
+        auto const members = [&](std::size_t i) {
+            ByteSet result;
+            addByte(program_[step.operand + i], result);
+            return result;
+        };
+        std::size_t rarest = 0;
+        for (std::size_t i = 1; i < step.length; ++i)
+            if (frequencyOf(members(i)) < frequencyOf(members(rarest)))
+                rarest = i;
+        for (std::size_t i = 0; i < rarest; ++i)
+            before.add(members(i));
+        least += rarest;
+        considerSet(members(rarest));
+        before = beforeText;
+        least = leastBeforeText;
+    };
+
     for (std::size_t offset = 1; opcodeOf(program_ + offset) != opEnd;) {
         char const* const node = program_ + offset;
         RegexpStep const& step = stepAt(offset);
@@ -446,8 +467,10 @@ void PlanMaker::chooseRequired(double& best)
         switch (opcodeOf(node)) {
         case opExactly:
             if (step.kind == RegexpStep::foldedCharacter)
-                considerSet(step);
-            else if (step.kind != RegexpStep::foldedText)
+                considerSet(membersOf(step));
+            else if (step.kind == RegexpStep::foldedText)
+                considerFoldedText(step);
+            else
                 considerLiteral(step);
             addConsumed(step, before);
             least += step.length;
@@ -456,12 +479,12 @@ void PlanMaker::chooseRequired(double& best)
         case opAnyOf:
         case opAnyBut:
             if (step.kind == RegexpStep::byteOf)
-                considerSet(step);
+                considerSet(membersOf(step));
             addConsumed(step, before);
             ++least;
             break;
         case opPlus:
-            considerSet(step);
+            considerSet(membersOf(step));
             ++least;
             [[fallthrough]];
         case opStar:
@@ -559,6 +582,12 @@ void makePlan(regexp& expression, std::size_t programSize, std::size_t nodes, st
               CaseFolding const* folding)
 {
     PlanMaker(expression, programSize, nodes, sets, folding).run();
+}
+
+void refold(regexp& expression, RegexpPlan const& plan)
+{
+    CaseFolding const folding = CaseFolding::ofLocale();
+    makePlan(expression, plan.programSize, plan.stepCount, plan.setCount, &folding);
 }
 
 }  // namespace zk

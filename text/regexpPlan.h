@@ -41,6 +41,7 @@ struct RegexpStep {
     char byte;
     std::uint8_t slot;
     bool exclusive;  // run: what follows starts with no member, so that only the longest run can do
+    bool isOther;    // choice: one that another choice leads to
     std::uint16_t next;
     std::uint16_t other;
     std::uint16_t operand;
@@ -98,7 +99,8 @@ struct RegexpPlan {
 };
 
 /// The bytes of a block for a program of this size, with so many nodes, and so many runs and sets among them.
-std::size_t regexpBlockSize(std::size_t programSize, std::size_t nodes, std::size_t sets);
+/// `folds` says whether the plan is to fold case.
+std::size_t regexpBlockSize(std::size_t programSize, std::size_t nodes, std::size_t sets, bool folds);
 
 /// Where the plan starts in such a block.
 std::size_t planOffset(std::size_t programSize);
@@ -112,13 +114,20 @@ void sealRecord(regexp& expression, std::size_t programSize);
 void makePlan(regexp& expression, std::size_t programSize, std::size_t nodes, std::size_t sets,
               CaseFolding const* folding);
 
+/// Compiles `expression`, lower-cased as a whole, for matchFolded. On failure null, with the reason in `fault`.
+regexp* compileFolding(char const* expression, RegexpFault& fault);
+
+/// Makes the plan anew for the locale in force.
+void refold(regexp& expression, RegexpPlan const& plan);
+
 /// The plan behind the program, or null if there is none that fits the record as it stands.
 RegexpPlan const* planOf(regexp const& expression);
 
 /// Matches as if `text` were lower-cased, without a copy of it: the groups point into `text`.
 ///
-/// False, with nothing done, if the expression was not made for that, was
-/// changed since, or was made for another locale than the one in force.
+/// Where the locale is another one than before, the plan is adapted to it.
+/// False, with nothing done, if the expression was not made for that or was
+/// changed since.
 bool matchFolded(regexp& expression, char const* text, RegexpOutcome& outcome);
 
 /// The program's size, the magic byte included, if the seal is valid, else 0.

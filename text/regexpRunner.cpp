@@ -2,22 +2,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace zk {
-
-void FailureMemo::addPage(std::size_t page)
-{
-    std::size_t const words = choices_ * (pagePositions / 64);
-    // What is forgotten may be tried once more: it costs time, not the result.
-    if (used_ + words * sizeof(std::uint64_t) > memoryLimit) {
-        pages_.clear();
-        used_ = 0;
-    }
-    if (page >= pages_.size())
-        pages_.resize(std::max(page + 1, pages_.size() * 2));
-    pages_[page] = std::make_unique<std::uint64_t[]>(words);
-    used_ += words * sizeof(std::uint64_t);
-}
 
 void ChoiceStack::grow()
 {
@@ -39,16 +26,16 @@ RegexpRunner::RegexpRunner(regexp& expression, RegexpPlan const& plan, char cons
 }
 
 // Pays for steps when the credit is used up; false if the caller's limit is reached.
-bool RegexpRunner::refill()
+bool RegexpRunner::refill(std::uint64_t work)
 {
-    if (stepsLeft_ == 0) {
+    credit_ += std::exchange(stepsLeft_, 0);
+    if (credit_ < work) {
         abandoned_ = true;
         return false;
     }
+    credit_ -= work;
     if (!memo_)
-        memo_ = std::make_unique<FailureMemo>(plan_.choiceCount);
-    credit_ = stepsLeft_;
-    stepsLeft_ = 0;
+        memo_ = std::make_unique<FailureMemo>();
     return true;
 }
 

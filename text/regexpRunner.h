@@ -1,51 +1,13 @@
 // regexpRunner.h: matches with the plan of an expression.
 #pragma once
 
+#include "text/failureMemo.h"
 #include "text/regexpPlan.h"
 
 #include <cstdint>
 #include <memory>
-#include <vector>
 
 namespace zk {
-
-/// Remembers from which places the rest of an expression has failed already.
-///
-/// Whether the steps from one step on match from one position on depends on
-/// nothing else. So what has failed once fails again, and a search that
-/// remembers it takes each pair of step and position once, instead of
-/// exponentially often.
-class FailureMemo {
-public:
-    explicit FailureMemo(std::size_t choices) : choices_(choices) { }
-
-    /// Whether the pair was noted before; notes it.
-    bool testAndSet(std::size_t choice, std::size_t position)
-    {
-        std::uint64_t& word = wordOf(choice, position);
-        std::uint64_t const bit = std::uint64_t(1) << (position % 64);
-        bool const noted = word & bit;
-        word |= bit;
-        return noted;
-    }
-
-private:
-    static constexpr std::size_t pagePositions = 512;
-    static constexpr std::size_t memoryLimit = std::size_t(256) << 20;
-
-    std::uint64_t& wordOf(std::size_t choice, std::size_t position)
-    {
-        std::size_t const page = position / pagePositions;
-        if (page >= pages_.size() || !pages_[page])
-            addPage(page);
-        return pages_[page][choice * (pagePositions / 64) + position % pagePositions / 64];
-    }
-    void addPage(std::size_t page);
-
-    std::size_t choices_;
-    std::size_t used_ = 0;
-    std::vector<std::unique_ptr<std::uint64_t[]>> pages_;
-};
 
 /// A stack of words that starts on the thread's stack and grows on the heap.
 class ChoiceStack {
@@ -104,11 +66,11 @@ private:
     bool spend(std::uint64_t work)
     {
         if (credit_ < work)
-            return refill();
+            return refill(work);
         credit_ -= work;
         return true;
     }
-    bool refill();
+    bool refill(std::uint64_t work);
     void clearSlots();
     void store();
 

@@ -28,12 +28,12 @@ std::size_t planOffset(std::size_t programSize)
     return (end + alignof(RegexpPlan) - 1) / alignof(RegexpPlan) * alignof(RegexpPlan);
 }
 
-std::size_t regexpBlockSize(std::size_t programSize, std::size_t nodes, std::size_t sets)
+std::size_t regexpBlockSize(std::size_t programSize, std::size_t nodes, std::size_t sets, bool folds)
 {
     // The last parts are the table of lower case and PlanMaker::numberAt_.
+    std::size_t const table = folds ? sizeof CaseFolding::lower : 0;
     return planOffset(programSize) + sizeof(RegexpPlan) + nodes * (sizeof(ByteSet) + sizeof(RegexpStep)) +
-        sets * sizeof(ByteTable) + (programSize + sizeof CaseFolding::lower + 1) / 2 * 2 +
-        programSize * sizeof(std::uint16_t);
+        sets * sizeof(ByteTable) + (programSize + table + 1) / 2 * 2 + programSize * sizeof(std::uint16_t);
 }
 
 void sealRecord(regexp& expression, std::size_t programSize)

@@ -1,7 +1,8 @@
 #include "text/regexpWalker.h"
 
+#include "text/failureMemo.h"
+
 #include <cstring>
-#include <unordered_set>
 #include <vector>
 
 namespace zk {
@@ -27,10 +28,10 @@ public:
 
     std::vector<Entry> entries;
 
-    // From which nodes, at which places, the rest has failed already. It fails
-    // again, so a long search notes it instead of trying once more.
-    std::unordered_set<std::uint64_t> failed;
-    std::uint64_t workBeforeNotes = 100000;
+    // A long search notes what has failed: at the number of a node the choices
+    // and the places behind a run, by turns.
+    FailureMemo failed;
+    std::uint64_t workBeforeNotes;
 };
 
 bool RegexpWalker::exists(char const* node) const
@@ -59,8 +60,9 @@ char const* RegexpWalker::following(char const* node) const
     return offset + nodeSize <= size_ - here ? node + offset : nullptr;
 }
 
-RegexpOutcome RegexpWalker::search(char* text)
+RegexpOutcome RegexpWalker::search(char const* subject)
 {
+    char* const text = const_cast<char*>(subject);  // as the record holds it
     textStart_ = text;
     if (char const* const literal = expression_.regmust) {
         std::size_t const length =
@@ -72,7 +74,7 @@ RegexpOutcome RegexpWalker::search(char* text)
             return RegexpOutcome::noMatch;
     }
 
-    Stack stack;
+    Stack stack{{}, {}, workWithoutNotes_};
     if (expression_.reganch)
         return tryAt(text, stack);
     for (char* start = text;; ++start) {
@@ -87,12 +89,19 @@ RegexpOutcome RegexpWalker::search(char* text)
     }
 }
 
+// Whether there is a node that takes single characters.
+bool RegexpWalker::canRepeat(char const* node) const
+{
+    if (!exists(node))
+        return false;
+    unsigned char const op = opcodeOf(node);
+    return op == opAny || ((op == opExactly || op == opAnyOf || op == opAnyBut) && hasText(node));
+}
+
 // The number of characters from `input` on that the node takes.
 std::size_t RegexpWalker::countRun(char const* node, char const* input)
 {
-    unsigned char const op = exists(node) ? opcodeOf(node) : static_cast<unsigned char>(opEnd);
-    bool const needsText = op == opExactly || op == opAnyOf || op == opAnyBut;
-    switch (needsText && !hasText(node) ? static_cast<unsigned char>(opEnd) : op) {
+    switch (canRepeat(node) ? opcodeOf(node) : static_cast<unsigned char>(opEnd)) {
     case opAny: return std::strlen(input);
     case opExactly: {
         char const wanted = *operandOf(node);
@@ -107,9 +116,27 @@ std::size_t RegexpWalker::countRun(char const* node, char const* input)
     }
 }
 
-std::uint64_t RegexpWalker::placeOf(char const* node, char const* input) const
+// The same for the node that `repeat` repeats, but only as far as to where the
+// run has been before: what follows from there on has failed. Below `least` if
+// that leaves nothing to try.
+std::ptrdiff_t RegexpWalker::countNewRun(char const* repeat, char const* input, std::ptrdiff_t least,
+                                         Stack& stack) const
 {
-    return static_cast<std::uint64_t>(node - program_) | static_cast<std::uint64_t>(input - textStart_) << 16;
+    char const* const node = operandOf(repeat);
+    unsigned char const op = opcodeOf(node);
+    std::size_t const number = static_cast<std::size_t>(repeat - program_) * 2 + 1;
+    for (std::ptrdiff_t count = 0;; ++count) {
+        char const c = input[count];
+        if (count >= least &&
+            stack.failed.testAndSet(number, static_cast<std::size_t>(input + count - textStart_)))
+            return count - 1;
+        bool const takes = c != '\0' &&
+            (op == opAny           ? true
+                 : op == opExactly ? c == *operandOf(node)
+                                   : (std::strchr(operandOf(node), c) != nullptr) == (op == opAnyOf));
+        if (!takes)
+            return count;
+    }
 }
 
 RegexpOutcome RegexpWalker::tryAt(char* start, Stack& stack)
@@ -171,13 +198,13 @@ RegexpOutcome RegexpWalker::tryAt(char* start, Stack& stack)
         if (node)
             next = following(node);
 
-        bool const isChoice = node && (op == opBranch || op == opStar || op == opPlus);
         bool const needsText = op == opExactly || op == opAnyOf || op == opAnyBut;
         if (!node || (needsText && !hasText(node))) {
             regerror("corrupted pointers");
             failed = true;
-        } else if (isChoice && stack.workBeforeNotes == 0 &&
-                   !stack.failed.insert(placeOf(node, input)).second) {
+        } else if (op == opBranch && stack.workBeforeNotes == 0 &&
+                   stack.failed.testAndSet(static_cast<std::size_t>(node - program_) * 2,
+                                           static_cast<std::size_t>(input - textStart_))) {
             failed = true;
         } else if (op == opEnd) {
             expression_.startp[0] = start;
@@ -212,8 +239,11 @@ RegexpOutcome RegexpWalker::tryAt(char* start, Stack& stack)
             if (!exists(next))
                 next = nullptr;
         } else if (op == opStar || op == opPlus) {
-            std::size_t const least = op == opPlus ? 1 : 0;
-            std::size_t const most = countRun(operandOf(node), input);
+            std::ptrdiff_t const least = op == opPlus ? 1 : 0;
+            bool const noting = stack.workBeforeNotes == 0 && canRepeat(operandOf(node));
+            std::ptrdiff_t const most = noting
+                ? countNewRun(node, input, least, stack)
+                : static_cast<std::ptrdiff_t>(countRun(operandOf(node), input));
             if (most >= least)
                 stack.entries.push_back(
                     {Stack::Kind::repeat, next, input + most, input + least, nullptr, idleNodes});

@@ -59,12 +59,16 @@ inline void addPerl(std::string const& what, PerlWork const& perl)
 {
     if (perlSeconds(perl.preparation, "") < 0)
         return;
-    benchmark::RegisterBenchmark((what + "/Perl").c_str(), [perl](benchmark::State& state) {
-        for (auto _ : state)
-            state.SetIterationTime(perlSeconds(perl.preparation, perl.work) / double(perl.rounds));
-        if (perl.bytes > 0)
-            state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(perl.bytes));
-    })->UseManualTime();
+    benchmark::RegisterBenchmark(
+        (what + "/Perl").c_str(),
+        [perl](benchmark::State& state) {
+            for (auto _ : state)
+                state.SetIterationTime(perlSeconds(perl.preparation, perl.work) / double(perl.rounds));
+            if (perl.bytes > 0)
+                state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(perl.bytes));
+        })
+        ->UseManualTime()
+        ->Iterations(1);
 }
 
 }  // namespace zk::bench

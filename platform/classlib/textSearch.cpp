@@ -1,6 +1,5 @@
 #include "platform/classlib/textSearch.h"
 
-#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <new>

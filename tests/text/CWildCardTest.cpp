@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstring>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 namespace {
@@ -112,4 +114,47 @@ TEST(CWildCard, holdsItsExpressionAndThreeOptions)
 
     static_assert(sizeof(CWildCard) == sizeof(Fields));
     static_assert(std::has_virtual_destructor_v<CWildCard>);
+    CWildCard const card("a", 11, 22, 33);
+    Fields fields;
+    std::memcpy(&fields, static_cast<void const*>(&card), sizeof fields);
+
+    EXPECT_STREQ(fields.expression, "^a$");
+    EXPECT_EQ(fields.options[0], 11);  // caseSensitive
+    EXPECT_EQ(fields.options[1], 22);  // matchEnd
+    EXPECT_EQ(fields.options[2], 33);  // matchStart
+}
+
+TEST(CWildCard, takesEveryNumberButZeroAsYes)
+{
+    EXPECT_EQ(matches("a", "A", 2), 0);
+    EXPECT_EQ(matches("a", "A", -1), 0);
+    EXPECT_EQ(translated("b", 2, -1), "^b$");
+}
+
+TEST(CWildCard, copiesTakeTheOptionsAlong)
+{
+    CWildCard first("abc", 0, 1, 1);
+    CWildCard assigned("x", 1, 1, 1);
+
+    CWildCard const copy(first);
+    assigned = first;
+    CWildCard const moved(std::move(first));
+
+    EXPECT_EQ(copy.match("ABC"), 1);
+    EXPECT_EQ(assigned.match("ABC"), 1);
+    EXPECT_EQ(moved.match("ABC"), 1);
+}
+
+TEST(CWildCard, reportsAPatternThatIsTooLongEachTime)
+{
+    CWildCard const card(std::string(40000, 'a').c_str(), 1, 1, 1);
+
+    for (int time = 0; time < 2; ++time) {
+        testing::internal::CaptureStderr();
+        int const matched = card.match("a");
+        std::string const printed = testing::internal::GetCapturedStderr();
+
+        EXPECT_EQ(matched, 0);
+        EXPECT_EQ(printed.find("regerror: regexp too big"), 0u) << printed.substr(0, 100);
+    }
 }

@@ -8,6 +8,8 @@ TEST(NoCaseString, comparesWithoutRegardToCase)
     EXPECT_EQ(NoCaseString("abc") == "abd", 0);
     EXPECT_EQ(NoCaseString("abc") != "ABC", 0);
     EXPECT_EQ(NoCaseString("abc") != "ab", 1);
+    EXPECT_EQ("ABC" == NoCaseString("abc"), 1);
+    EXPECT_EQ("abd" != NoCaseString("abc"), 1);
 }
 
 TEST(NoCaseString, isEmptyByDefault)

@@ -99,4 +99,8 @@ TEST(Range, wrapsAroundAtTheEndsOfItsNumbers)
     range++;
     EXPECT_EQ(range.end(), std::numeric_limits<int>::min());
     EXPECT_EQ(range.length(), 1);
+    Range last(std::numeric_limits<int>::max(), std::numeric_limits<int>::max());
+    ++last;
+    EXPECT_EQ(last.start(), std::numeric_limits<int>::min());
+    EXPECT_EQ(last.length(), 0);
 }

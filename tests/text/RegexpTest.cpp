@@ -4,7 +4,9 @@
 #include "tests/text/expressionSupport.h"
 
 #include <cctype>
+#include <clocale>
 #include <cstring>
+#include <string>
 #include <type_traits>
 #include <utility>
 
@@ -171,9 +173,10 @@ TEST(Regexp, neverMatchesIfItDidNotCompile)
             EXPECT_EQ(expression.groups(), 0);
             EXPECT_EQ(expression.getgroup(0).length(), 0);
             EXPECT_EQ(expression.getgroup(0).end(), -1);
+            EXPECT_EQ(expression.match("a"), 0);
         });
 
-        EXPECT_EQ(printed, "regerror: NULL parameter\n");
+        EXPECT_EQ(printed, "regerror: NULL parameter\nregerror: NULL parameter\n");
     }
 }
 
@@ -285,4 +288,106 @@ TEST(Regexp, findsWithoutCaseOnACopyIfTheExpressionWasChanged)
     EXPECT_EQ(expression.getgroup(0).start(), 100);
     EXPECT_EQ(expression.getgroup(1).end(), 101);
     EXPECT_EQ(expression.match("bb"), 0);
+}
+
+TEST(Regexp, keepsItsFlagWhenItIsMoved)
+{
+    Regexp first("B", 1);
+    Regexp keeping("x");
+
+    Regexp second(std::move(first));
+    EXPECT_EQ(second.match("abc"), 1);
+    keeping = std::move(second);
+
+    EXPECT_EQ(keeping.match("abc"), 1);
+    EXPECT_EQ(keeping.match("ABC"), 1);
+}
+
+TEST(Regexp, knowsTheLastMatchThatWasFoundAfterOneThatFails)
+{
+    Regexp expression("abc");
+    std::string const other = "xyz";
+    EXPECT_EQ(expression.match("..abc"), 1);
+
+    EXPECT_EQ(expression.match(other.c_str()), 0);
+    EXPECT_EQ(expression.groups(), 1);
+    EXPECT_EQ(expression.getgroup(0).start(), 2);
+    EXPECT_EQ(expression.match("abd"), 0);  // which was tried
+
+    EXPECT_EQ(expression.groups(), 0);
+    EXPECT_EQ(expression.getgroup(0).length(), 0);
+}
+
+// Case-free searches keep the groups of the match before them just as searches with case do.
+TEST(Regexp, keepsItsGroupsWithoutCaseWhereNothingWasTried)
+{
+    Regexp expression("x*bC", 1);
+    EXPECT_EQ(expression.match("aXBc"), 1);
+
+    EXPECT_EQ(expression.match("axb"), 0);
+    EXPECT_EQ(expression.getgroup(0).end(), 3);
+    EXPECT_EQ(Regexp("x*b[c-d]", 1).match("axB"), 0);
+    EXPECT_EQ(expression.match("abC"), 1);
+
+    EXPECT_EQ(expression.getgroup(0).start(), 1);
+}
+
+namespace {
+
+class ScopedLocale {
+public:
+    explicit ScopedLocale(char const* name)
+        : before_(std::setlocale(LC_ALL, nullptr)), isSet_(std::setlocale(LC_ALL, name) != nullptr)
+    {
+    }
+    ~ScopedLocale() { std::setlocale(LC_ALL, before_.c_str()); }
+    bool isSet() const { return isSet_; }
+
+private:
+    std::string before_;
+    bool isSet_;
+};
+
+}  // namespace
+
+TEST(Regexp, foldsAsTheLocaleInForceDoes)
+{
+    Regexp madeBefore("\xE4+X", 1);
+    EXPECT_EQ(madeBefore.match("\xC4x"), 0);
+    {
+        ScopedLocale const german("German_Germany.1252");
+        if (!german.isSet() || std::tolower(0xC4) != 0xE4)
+            GTEST_SKIP() << "there is no locale here that folds bytes above 127";
+        EXPECT_EQ(madeBefore.match("\xC4\xE4x"), 1);
+        EXPECT_EQ(Regexp("\xC4", 1).match("\xE4"), 1);
+    }
+
+    EXPECT_EQ(madeBefore.match("\xC4x"), 0);
+    EXPECT_EQ(madeBefore.match("\xE4x"), 1);
+}
+
+TEST(Regexp, foldsTheSameInALocaleThatFoldsTheSame)
+{
+    Regexp expression("([b-c]+)D", 1);
+    ScopedLocale const other("C.UTF-8");
+    if (!other.isSet())
+        GTEST_SKIP() << "there is no other locale here";
+
+    EXPECT_EQ(expression.match("aBcd"), 1);
+
+    EXPECT_EQ(expression.getgroup(1).start(), 1);
+    EXPECT_EQ(expression.getgroup(1).end(), 2);
+}
+
+// What stands in the middle of a text is found by its rarest letter.
+TEST(Regexp, findsATextWithoutCaseBehindARepeat)
+{
+    Regexp expression("([a-f]*)xyLOphone", 1);
+    std::string const subject = std::string(1000, '.') + "xylophonXylo AbcXYLOphone";
+
+    EXPECT_EQ(expression.match(subject.c_str()), 1);
+
+    EXPECT_EQ(expression.getgroup(0).start(), 1013);
+    EXPECT_EQ(expression.getgroup(1).length(), 3);
+    EXPECT_EQ(expression.match("abcxylophon"), 0);
 }

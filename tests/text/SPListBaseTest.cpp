@@ -416,7 +416,7 @@ TEST(SPListBase, placesFollowTheRulesThroughAnyOrderOfOperations)
     }
 }
 
-TEST(SPListBase, aMillionElementsMoveLittle)
+TEST(SPListBase, aMillionElementsGrowByTheStep)
 {
     SPListBase<int> list;
 

@@ -1,9 +1,12 @@
 #include "text/SPStringList.h"
 
+#include "platform/classlib/textTables.h"
 #include "tests/text/fieldsOf.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <type_traits>
@@ -215,6 +218,8 @@ TEST(SPStringList, isMadeFromTheGroupsOfAMatch)
 
     EXPECT_STREQ(groups.join("|"), "key|42");
     EXPECT_EQ(none.count(), 0);
+    EXPECT_EQ(fieldsOf(groups).first, 11);
+    EXPECT_EQ(fieldsOf(none).first, 11);
     EXPECT_STREQ(folded.join("|"), "k");
 }
 
@@ -300,4 +305,79 @@ TEST(SPStringList, readsNothingFromAnEmptyStream)
     stream >> list;
 
     EXPECT_EQ(list.count(), 0);
+}
+
+TEST(SPStringList, fieldsHaveTheBufferOfAnElementThatWasAssigned)
+{
+    std::string const longText(40, 'x');
+    SPStringList pushed;
+    pushed.push(SPString("abc"));
+    SPStringList const fields = SPString(("abc," + longText).c_str()).split(",");
+    SPStringList const groups("(a)(b*)", "a");
+    SPStringList const characters = SPString("ab").split("");
+
+    EXPECT_EQ(fieldsOf(fields[0]).allocated, 32u);
+    EXPECT_EQ(fieldsOf(fields[1]).allocated, 41u);
+    EXPECT_EQ(fieldsOf(fields[1]).allocinc, 32u);
+    EXPECT_EQ(fieldsOf(groups[0]).allocated, 32u);
+    EXPECT_EQ(fieldsOf(characters[1]).allocated, 32u);
+    EXPECT_EQ(fieldsOf(groups[1]).allocated, 32u);
+}
+
+TEST(SPStringList, aSplitThatLeavesNothingPassesTheSlotsOfItsFields)
+{
+    SPStringList list;
+
+    list.split(",,,", ",");
+
+    EXPECT_EQ(list.count(), 0);
+    EXPECT_EQ(fieldsOf(list).first, 13);
+}
+
+TEST(SPStringList, itsOwnElementCanBeMatchedWhileItGrows)
+{
+    SPStringList list = listOf({"abcdefghijklmnopq"});
+
+    for (int i = 0; i < 10; ++i)
+        EXPECT_EQ(list.m("(a)(b)(c)(d).*", list[0]), 5);
+
+    EXPECT_EQ(list.count(), 51);
+    EXPECT_EQ(list[50], "d");
+    EXPECT_EQ(list[46], "abcdefghijklmnopq");
+}
+
+TEST(SPStringList, joinsElementsUpToTheirNul)
+{
+    SPStringList list = listOf({"ab", "c"});
+    list[0] += '\0';
+
+    EXPECT_STREQ(list.join("-"), "ab-c");
+    EXPECT_EQ(list.join("-").length(), 4u);
+}
+
+TEST(SPStringList, everyUseOfABadExpressionIsReportedInFull)
+{
+    static ZkText const texts[] = {{49972, "No expression: "}, {49973, "Have another look at it."}};
+    zkRegisterTexts(texts, std::size(texts));
+    SPString text("a**b");
+    SPStringList list = listOf({"a"});
+    auto const printedBy = [](auto operation) {
+        testing::internal::CaptureStderr();
+        operation();
+        return testing::internal::GetCapturedStderr();
+    };
+    auto const withoutReturns = [](std::string printed) {
+        printed.erase(std::remove(printed.begin(), printed.end(), '\r'), printed.end());
+        return printed;
+    };
+    std::string const report = "regerror: nested *?+\nNo expression: a**.\nHave another look at it.\n"
+                               "regerror: NULL parameter\n";
+
+    EXPECT_EQ(withoutReturns(printedBy([&] { text.s("a**", "x", "g"); })), report);
+    EXPECT_EQ(withoutReturns(printedBy([&] { text.s("a**", "x", "i"); })), report);
+    EXPECT_EQ(withoutReturns(printedBy([&] { text.m("a**"); })), report);
+    EXPECT_EQ(withoutReturns(printedBy([&] { text.split("a**"); })), report);
+    EXPECT_EQ(withoutReturns(printedBy([&] { list.grep("a**"); })), report);
+    EXPECT_EQ(withoutReturns(printedBy([&] { list.m("a**", "a"); })), report);
+    zkUnregisterTexts(texts);
 }

@@ -8,6 +8,8 @@
 
 #include <climits>
 #include <sstream>
+#include <stdexcept>
+#include <streambuf>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -242,7 +244,7 @@ TEST(SPString, rindexSearchesAllWhereTheOffsetLiesBeforeThePartsLength)
     EXPECT_EQ(SPString("abcabc").rindex("abc", 2), 0);
 }
 
-TEST(SPString, searchesTakeLinearTimeInTheWorstCase)
+TEST(SPString, searchesLongTextsThatResembleThePart)
 {
     std::string const text(1000000, 'a');
     std::string const part(100000, 'a');
@@ -505,4 +507,131 @@ TEST(SPString, leavesOutWhatFollowsANul)
     stream >> text;
 
     EXPECT_STREQ(text, "next");
+}
+
+TEST(SPString, textIsAddedBeforeANulThatWasAdded)
+{
+    SPString sum = SPString("ab") + '\0';
+    SPString fromWindow;
+    fromWindow = SPString('\0').substr(0, 1);
+
+    EXPECT_EQ(sum.length(), 3u);
+    sum += "c";
+    fromWindow += "x";
+
+    EXPECT_STREQ(sum, "abc");
+    EXPECT_EQ(sum.length(), 4u);
+    EXPECT_STREQ(fromWindow, "x");
+    EXPECT_EQ(fromWindow.length(), 2u);
+}
+
+TEST(SPString, aWindowTakesATextUpToItsNul)
+{
+    SPString text("abc");
+    SPString other("abc");
+    SPString nul('\0');
+
+    text.substr(1, 1) = nul;
+    other.substr(1, 1) = nul.substr(0, 1);
+
+    EXPECT_STREQ(text, "ac");
+    EXPECT_EQ(text.length(), 2u);
+    EXPECT_STREQ(other, "ac");
+}
+
+TEST(SPString, aPartIsComparedUpToItsNul)
+{
+    SPString text("ab");
+    text += '\0';
+    text += 'x';
+    SPString part("b");
+    part += '\0';
+    part += 'y';
+
+    EXPECT_EQ(text.length(), 4u);
+    EXPECT_EQ(text.index(part), 1);
+    EXPECT_EQ(text.rindex(part), 1);
+    EXPECT_EQ(SPString("abab").index(part), -1);
+}
+
+TEST(SPString, aWindowKnowsItsPlaceAfterAnAssignment)
+{
+    SPString text("abcdef");
+    SPString::substring window = text.substr(2, 2);
+
+    window = std::string(1000, 'x').c_str();
+
+    EXPECT_EQ(fieldsOf(window).pt, static_cast<char const*>(text) + 2);
+    EXPECT_EQ(text.length(), 1004u);
+    EXPECT_STREQ(static_cast<char const*>(text) + 1002, "ef");
+    EXPECT_EQ(fieldsOf(text).allocated, 1004u + 32u);
+}
+
+TEST(SPString, whatFollowsTheStretchOfANulIsKept)
+{
+    std::string line(300, 'a');
+    line[100] = '\0';
+    line[131] = 'b';
+    std::istringstream stream(line);
+    SPString text;
+
+    stream >> text;
+
+    EXPECT_STREQ(text, (std::string(100, 'a') + "b" + std::string(168, 'a')).c_str());
+}
+
+namespace {
+
+// Gives two characters and then throws.
+class FailingBuffer : public std::streambuf {
+protected:
+    int_type underflow() override
+    {
+        if (given_)
+            throw std::runtime_error("no more");
+        given_ = true;
+        setg(text_, text_, text_ + 2);
+        return 'a';
+    }
+
+private:
+    char text_[2] = {'a', 'b'};
+    bool given_ = false;
+};
+
+}  // namespace
+
+TEST(SPString, aSourceThatThrowsMakesTheStreamBad)
+{
+    FailingBuffer buffer;
+    std::istream stream(&buffer);
+    FailingBuffer otherBuffer;
+    std::istream throwing(&otherBuffer);
+    throwing.exceptions(std::ios_base::badbit);
+    SPString text;
+
+    EXPECT_NO_THROW(stream >> text);
+    EXPECT_TRUE(stream.bad());
+
+    EXPECT_THROW(throwing >> text, std::runtime_error);
+}
+
+TEST(SPString, offsetsBeyondAllTextsSearchAllOfIt)
+{
+    EXPECT_EQ(SPString("abcabc").rindex("abc", std::size_t(1) << 63), 3);
+    EXPECT_EQ(SPString("abcabc").rindex("abc", static_cast<std::size_t>(-2)), 3);
+}
+
+TEST(SPString, aMatchOfAnExpressionThatDidNotCompileFails)
+{
+    testing::internal::CaptureStderr();
+    Regexp expression("a**");
+    SPStringList groups;
+    groups.push("old");
+
+    EXPECT_EQ(SPString("a").m(expression), 0);
+    EXPECT_EQ(SPString("a").m(expression, groups), 0);
+
+    testing::internal::GetCapturedStderr();
+    EXPECT_EQ(groups.count(), 1);
 }

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 using zk::test::fieldsOf;
 
@@ -197,4 +198,39 @@ TEST(SPStringTranslate, aResultThatIsShorterKeepsTheBuffer)
 
     EXPECT_STREQ(text, "bc");
     EXPECT_EQ(fieldsOf(text).allocated, 4u);
+}
+
+// Against a plain table, for every length up to some blocks, and for lengths at which counters fill.
+TEST(SPStringTranslate, longTextsAreTranslatedAndCountedLikeShortOnes)
+{
+    struct {
+        char const* from;
+        char const* to;
+    } const rows[] = {{"a-z", "A-Z"}, {"a-zA-Z", "A-Za-z"}, {"aeiou", "AEIOU"}, {"a-z", "b-za"}, {"b", "b"}};
+    std::vector<std::size_t> lengths{4079, 4080, 4081, 4095, 4096, 4097, 8160, 8161, 100000};
+    for (std::size_t length = 1; length < 40; ++length)
+        lengths.push_back(length);
+    for (auto const& row : rows) {
+        char table[256];
+        for (int c = 0; c < 256; ++c) {
+            SPString one(static_cast<char>(c));
+            one.tr(row.from, row.to);
+            table[c] = one[0];
+        }
+        for (std::size_t const length : lengths) {
+            std::string source;
+            for (std::size_t i = 0; i < length; ++i)
+                source += length == 100000 ? 'b' : static_cast<char>(1 + i * 7 % 255);
+            SPString text(source.c_str());
+            std::string expected;
+            int count = 0;
+            for (char const c : source) {
+                expected += table[static_cast<unsigned char>(c)];
+                count += SPString(c).tr(row.from, row.to);
+            }
+
+            EXPECT_EQ(text.tr(row.from, row.to), count) << row.from << " " << length;
+            EXPECT_STREQ(text, expected.c_str()) << row.from << " " << length;
+        }
+    }
 }

@@ -518,3 +518,28 @@ TEST(VarString, longTextsGrowByTextsToo)
     EXPECT_GT(fieldsOf(text).allocated, 30000u);
     EXPECT_LE(fieldsOf(text).allocated, 30000u + 32);
 }
+
+TEST(VarString, aLengthThatNoTextHasCannotBeHad)
+{
+    EXPECT_THROW(VarString("abc", static_cast<std::size_t>(-1)), std::bad_alloc);
+}
+
+TEST(VarString, aNumberOfAnyTypeIsASize)
+{
+    EXPECT_EQ(fieldsOf(VarString(10u)).allocated, 10u);
+    EXPECT_EQ(fieldsOf(VarString(10l)).allocinc, 10u);
+    EXPECT_EQ(fieldsOf(VarString(10ull)).allocated, 10u);
+    EXPECT_THROW(VarString(-1l), std::bad_alloc);
+}
+
+TEST(VarString, insertingIntoAnErasedTextMovesItsFirstCharacter)
+{
+    VarString text("abc");
+    text.erase();
+
+    text.add(0, "x");
+
+    EXPECT_STREQ(text, "xac");
+    EXPECT_EQ(text.length(), 1u);
+    EXPECT_EQ(fieldsOf(text).allocated, 4u);
+}

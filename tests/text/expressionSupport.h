@@ -5,9 +5,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace zk::test {
 
@@ -23,6 +27,22 @@ inline Expression compiled(std::string const& pattern)
     EXPECT_NE(result, nullptr) << pattern << ": " << (fault.message ? fault.message : "");
     return result;
 }
+
+/// A copy of a small record at another place, where it has no plan.
+class RecordCopy {
+public:
+    explicit RecordCopy(std::string const& pattern) : block_(33200 / sizeof(std::uint64_t))
+    {
+        Expression const original = compiled(pattern);
+        std::memcpy(block_.data(), original.get(), offsetof(regexp, program) + 200);
+        if (original->regmust)
+            get()->regmust = get()->program + (original->regmust - original->program);
+    }
+    regexp* get() { return reinterpret_cast<regexp*>(block_.data()); }
+
+private:
+    std::vector<std::uint64_t> block_;
+};
 
 /// The groups that took part, as "0(1,4) 2(3,4)": number, start, one past the end.
 inline std::string groupsIn(regexp const& expression, char const* subject)

@@ -83,6 +83,9 @@ TEST(RegexpCompile, makesTheProgramOfEachForm)
         {"[--0]", "1:BRANCH>12 4:ANYOF'-./0'>12 12:END"},
         {"[b-a]", "1:BRANCH>9 4:ANYOF'b'>9 9:END"},
         {"[a-a]", "1:BRANCH>9 4:ANYOF'a'>9 9:END"},
+        {"[^-a]", "1:BRANCH>10 4:ANYBUT'-a'>10 10:END"},
+        {"[]-a]", "1:BRANCH>13 4:ANYOF']^_`a'>13 13:END"},
+        {"[\x7F-\x80]", "1:BRANCH>10 4:ANYOF'\x7F\x80'>10 10:END"},
         {"[a\\]", "1:BRANCH>10 4:ANYOF'a\\'>10 10:END"},
         {"\\*\\a", "1:BRANCH>14 4:EXACTLY'*'>9 9:EXACTLY'a'>14 14:END"},
         {"a]{}b", "1:BRANCH>13 4:EXACTLY'a]{}b'>13 13:END"},
@@ -175,7 +178,10 @@ TEST(RegexpCompile, refusesWhatItCannotRead)
         {"(ab)*?", "nested *?+", 5},
         {"[c-a]", "invalid [] range", 2},
         {"[z-a]", "invalid [] range", 2},
+        {"[\x80-a]", "invalid [] range", 2},
         {"[abc", "unmatched []", 4},
+        {"[^", "unmatched []", 2},
+        {"[^a-", "unmatched []", 4},
         {"[", "unmatched []", 1},
         {"[]", "unmatched []", 2},
         {"[^]", "unmatched []", 3},
@@ -205,6 +211,10 @@ TEST(RegexpCompile, refusesWhatItCannotRead)
 TEST(RegexpCompile, refusesNull)
 {
     EXPECT_EQ(standardErrorOf([] { EXPECT_EQ(regcomp(nullptr), nullptr); }), "regerror: NULL argument\n");
+    RegexpFault fault{"", 7};
+    EXPECT_EQ(regcomp(nullptr, fault), nullptr);
+    EXPECT_STREQ(fault.message, "NULL argument");
+    EXPECT_EQ(fault.offset, 0u);
 }
 
 TEST(RegexpCompile, leavesTheFaultAloneWhereThereIsNone)
@@ -243,6 +253,7 @@ TEST(RegexpCompile, takesAProgramOf32766BytesAndNoMore)
     EXPECT_EQ(groupsOfMatch(longest, "b" + longest), "0(1,32756)");
     EXPECT_EQ(Expression(regcomp(tooLong.c_str(), fault)), nullptr);
     EXPECT_STREQ(fault.message, "regexp too big");
+    EXPECT_EQ(fault.offset, tooLong.size());
 }
 
 TEST(RegexpCompile, looksForMistakesBeforeItLooksAtTheSize)
@@ -261,4 +272,19 @@ TEST(RegexpCompile, takesThousandsOfAlternatives)
 
     EXPECT_EQ(groupsOfMatch(pattern, "..ty."), "0(2,4)");
     EXPECT_EQ(groupsOfMatch(pattern, "..tz."), "no match");
+}
+
+TEST(RegexpCompile, takesTheBoundsOfARangeAsUnsigned)
+{
+    Expression const expression = compiled("^[a-\xFF]$");
+
+    for (char const* member : {"a", "z", "\x80", "\xFF"})
+        EXPECT_EQ(regexec(expression.get(), member), 1) << member;
+    EXPECT_EQ(regexec(expression.get(), "A"), 0);
+}
+
+TEST(RegexpError, isOneLineOnTheStandardErrorStream)
+{
+    EXPECT_EQ(standardErrorOf([] { regerror("100% wrong"); }), "regerror: 100% wrong\n");
+    EXPECT_EQ(standardErrorOf([] { regerror(nullptr); }), "regerror: \n");
 }

@@ -61,7 +61,7 @@ TEST(RegexpCompiler, asksForOneBlockThatHoldsAll)
         RegexpCompiler counting(pattern, nullptr);
 
         ASSERT_TRUE(counting.run());
-        EXPECT_EQ(asked, zk::regexpBlockSize(counting.size(), counting.nodes(), counting.sets()));
+        EXPECT_EQ(asked, zk::regexpBlockSize(counting.size(), counting.nodes(), counting.sets(), false));
         EXPECT_EQ(zk::sealedSize(*expression), counting.size());
         ASSERT_NE(zk::planOf(*expression), nullptr);
         EXPECT_EQ(zk::planOf(*expression)->stepCount, counting.nodes());
@@ -70,18 +70,33 @@ TEST(RegexpCompiler, asksForOneBlockThatHoldsAll)
     }
 }
 
-TEST(RegexpFolding, isRefusedForAnotherLocale)
+TEST(RegexpFolding, isAdaptedToTheLocaleInForce)
 {
+    // Made where "x" was the lower form of "Q", and that of "B" its own.
     zk::CaseFolding folding = zk::CaseFolding::ofLocale();
     folding.locale += 1;
+    folding.lower['Q'] = 'x';
+    folding.lower['B'] = 'B';
     RegexpFault fault;
-    regexp* const expression = zk::compileRegexp("abc", fault, std::malloc, &folding);
+    regexp* const expression = zk::compileRegexp("[a-b]+(x*)bc$", fault, std::malloc, &folding);
     RegexpOutcome outcome = RegexpOutcome::match;
 
-    EXPECT_FALSE(zk::matchFolded(*expression, "ABC", outcome));
-
+    ASSERT_TRUE(zk::matchFolded(*expression, "aBQbc", outcome));
+    EXPECT_EQ(outcome, RegexpOutcome::noMatch);
+    ASSERT_TRUE(zk::matchFolded(*expression, "aBXBC", outcome));
     EXPECT_EQ(outcome, RegexpOutcome::match);
-    EXPECT_EQ(regexec(expression, "ABC"), 0);  // which does not fold
+
+    EXPECT_EQ(zk::planOf(*expression)->locale, zk::CaseFolding::localeNow());
+    std::free(expression);
+}
+
+TEST(RegexpFolding, isNotForTheEntryThatKeepsCase)
+{
+    zk::CaseFolding const folding = zk::CaseFolding::ofLocale();
+    RegexpFault fault;
+    regexp* const expression = zk::compileRegexp("abc", fault, std::malloc, &folding);
+
+    EXPECT_EQ(regexec(expression, "ABC"), 0);
     EXPECT_EQ(regexec(expression, "abc"), 1);
     std::free(expression);
 }

@@ -174,3 +174,18 @@ TEST(RegexpCorruption, ofAnyByteNeitherReadsOutsideNorHangs)
     EXPECT_NE(printed.find("corrupted pointers"), std::string::npos);
     EXPECT_NE(printed.find("internal foulup"), std::string::npos);
 }
+
+TEST(RegexpCorruption, ofTheRequiredTextIsFollowedBeforeAnythingIsTried)
+{
+    static char const other[] = "xyz";
+    Expression const expression = compiled("a*bcd");
+    char const* const subject = "aabcd";
+    ASSERT_NE(expression->regmust, nullptr);
+    EXPECT_EQ(regexec(expression.get(), subject), 1);
+    expression->regmust = const_cast<char*>(other);
+
+    EXPECT_EQ(regexec(expression.get(), subject), 0);
+
+    EXPECT_EQ(groupsIn(*expression, subject), "0(0,5)");
+    EXPECT_EQ(regexec(expression.get(), "xyzabcd"), 1);
+}

@@ -62,8 +62,9 @@ bool agree(regexp& expression, std::string const& pattern, std::string const& su
                  regexec(&expression, subject.c_str()) ? RegexpOutcome::match : RegexpOutcome::noMatch) &&
         check("remembering", zk::RegexpRunner(expression, *plan, subject.c_str(), UINT64_MAX, 0).search()) &&
         check("walking",
-              zk::RegexpWalker(expression, plan->programSize, UINT64_MAX)
-                  .search(const_cast<char*>(subject.c_str())));
+              zk::RegexpWalker(expression, plan->programSize, UINT64_MAX).search(subject.c_str())) &&
+        check("walking with notes",
+              zk::RegexpWalker(expression, plan->programSize, UINT64_MAX, 0).search(subject.c_str()));
 }
 
 std::vector<std::string> allSubjects(std::string const& letters, std::size_t longest)

@@ -134,3 +134,24 @@ TEST(RegexpLongText, isTakenByACopyOfARecordToo)
     EXPECT_EQ(matched, 1);
     EXPECT_EQ(copy->endp[0] - copy->startp[0], static_cast<std::ptrdiff_t>(subject.size()));
 }
+
+TEST(RegexpLongText, ofOneLetterDoesNotTakeQuadraticTimeForACopyEither)
+{
+    std::string const subject(longText, 'a');
+    for (char const* pattern : {"a+[0-9]", "(a+)+[bc]", "a*a*[bc]"}) {
+        RecordCopy copy(pattern);
+        int matched = -1;
+
+        runWithSmallStack(smallStack, [&] { matched = regexec(copy.get(), subject.c_str()); });
+
+        EXPECT_EQ(matched, 0) << pattern;
+    }
+}
+
+// What has failed is remembered to the end, however many alternatives there are.
+TEST(RegexpLongText, isSearchedOnceWithThousandsOfAlternativesToo)
+{
+    std::string const pattern = "(a|a?a)*[bc]|z(" + repeated("y|", 6000) + "y)";
+
+    EXPECT_EQ(groupsOnASmallStack(pattern, std::string(720000, 'a')), "no match");
+}

@@ -214,3 +214,23 @@ TEST(RegexpLimit, ofZeroGivesUpAtTheFirstStep)
 
     EXPECT_EQ(regexec(expression.get(), "abcd", 0), RegexpOutcome::outOfSteps);
 }
+
+TEST(RegexpLimit, countsSixteenCharactersOfARepeatAsAStep)
+{
+    Expression const expression = compiled(".*x");
+    std::string const subject = std::string(160000, 'a') + "x";
+
+    EXPECT_EQ(regexec(expression.get(), subject.c_str(), 9000), RegexpOutcome::outOfSteps);
+    EXPECT_EQ(regexec(expression.get(), subject.c_str(), 11000), RegexpOutcome::match);
+}
+
+TEST(RegexpLimit, holdsForACopyOfARecordToo)
+{
+    RecordCopy copy("(a|b|ab)*(ax|[ab][^ab])");
+    std::string const subject(5000, 'a');
+
+    EXPECT_EQ(regexec(copy.get(), subject.c_str(), 3000), RegexpOutcome::outOfSteps);
+    EXPECT_EQ(groupsIn(*copy.get(), subject.c_str()), "");
+    EXPECT_EQ(regexec(copy.get(), "aax", 3000), RegexpOutcome::match);
+    EXPECT_EQ(regexec(copy.get(), "aab", 3000), RegexpOutcome::noMatch);
+}

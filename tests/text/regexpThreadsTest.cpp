@@ -1,6 +1,7 @@
 // Two threads, each with expressions of its own.
 #include "tests/text/expressionSupport.h"
 #include "text/Regexp.h"
+#include "text/SPStringList.h"
 
 #include <string>
 #include <thread>
@@ -23,6 +24,12 @@ int mistakesOf(std::string const& word)
         RegexpFault fault;
         mistakes += regcomp(("(" + word).c_str(), fault) != nullptr;
         mistakes += fault.offset != word.size() + 1;
+        SPString text((word + "=1," + word + "=22").c_str());
+        mistakes += text.s("([0-9])+", "<$1>", round % 2 ? "g" : "gi") != 2;
+        mistakes += text.split("[,=]").count() != 4;
+        mistakes += text.split(",").grep(word.c_str(), "i").count() != 2;
+        mistakes += text.m((word + "=<([0-9]*)>").c_str()) != 1;
+        mistakes += SPStringList("([a-z]+)=", text).count() != 1;
     }
     return mistakes;
 }
