@@ -150,37 +150,48 @@ void SPStringList::dropEmptyEnd()
 
 SPString SPStringList::join(char const* separator) const
 {
+    constexpr int stretch = 1024;  // elements that are still at hand when their lengths were added up
+    constexpr int ahead = 16;
     std::size_t const between = separator ? std::strlen(separator) : 0;
     SPString const* const elements = a_ + first_;
-    constexpr int ahead = 8;
     SPString joined;
-    // The buffer gets the size to which it would grow step by step.
+    VarString& text = joined.text_;
     std::size_t length = 0;
-    std::size_t size = joined.text_.allocated_;
+    std::size_t size = text.allocated_;  // to which the buffer would grow step by step
     auto const count = [&](std::size_t more) {
         length += more;
         if (length >= size)
-            size = length + joined.text_.step_;
+            size = length + text.step_;
     };
-    for (int i = 0; i < cnt_; ++i) {
-        count(elements[i].textLength());
-        if (i + 1 < cnt_)
-            count(between);
+    for (int from = 0; from < cnt_; from += stretch) {
+        int const to = std::min(from + stretch, cnt_);
+        std::size_t const done = length;
+        for (int i = from; i < to; ++i) {
+            count(elements[i].textLength());
+            if (i + 1 < cnt_)
+                count(between);
+        }
+        if (length == done)
+            continue;
+        if (text.isUnused() || size > text.allocated_) {
+            // The rest, if it is like what came before, and a quarter of all that for the case it is not.
+            std::size_t const rest =
+                length / static_cast<std::size_t>(to) * static_cast<std::size_t>(cnt_ - to);
+            text.enlarge(size + (to < cnt_ ? rest + (length + rest) / 4 : 0), done);
+        }
+        char* out = text.text_ + done;
+        for (int i = from; i < to; ++i) {
+            // Texts lie where memory was free: fetch the next ones while this one is copied.
+            if (i + ahead < cnt_)
+                __builtin_prefetch(elements[i + ahead].text_.text_);
+            out = zk::copyShort(out, elements[i].text_.text_, elements[i].textLength());
+            if (i + 1 < cnt_)
+                out = zk::copyShort(out, separator, between);
+        }
+        *out = '\0';
     }
-    if (length == 0)
-        return joined;
-    joined.text_.enlarge(size, 0);
-    char* out = joined.text_.text_;
-    for (int i = 0; i < cnt_; ++i) {
-        // Texts lie where memory was free: fetch the next ones while this one is copied.
-        if (i + ahead < cnt_)
-            __builtin_prefetch(elements[i + ahead].text_.text_);
-        out = zk::copyShort(out, elements[i].text_.text_, elements[i].textLength());
-        if (i + 1 < cnt_)
-            out = zk::copyShort(out, separator, between);
-    }
-    *out = '\0';
-    joined.text_.length_ = length;
+    text.length_ = length;
+    text.allocated_ = size;
     return joined;
 }
 

@@ -215,11 +215,12 @@ private:
             unsigned const entry = table_[byteOf(text[i])];
             int const c = static_cast<int>(entry & character);
             unsigned const isFound = entry >> 8 & 1;
-            unsigned const isLeftOut = entry >> 9 | (squeezes ? isFound & unsigned(c == last) : 0);
+            unsigned const isDropped = entry >> 9;
+            unsigned const isLeftOut = isDropped | (squeezes ? isFound & unsigned(c == last) : 0);
             count += isFound;
             text[out] = static_cast<char>(c);
             out += 1 - isLeftOut;
-            last = isLeftOut ? last : c;
+            last = isDropped ? last : c;  // what is squeezed out is the last one anyway
         }
         length = out;
         return count;

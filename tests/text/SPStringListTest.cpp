@@ -199,6 +199,24 @@ TEST(SPStringList, joinGrowsAsAppendingDoes)
     EXPECT_EQ(fieldsOf(SPStringList().join("")).allocated, 32u);
 }
 
+TEST(SPStringList, joinsLongListsOfTextsOfAnyLength)
+{
+    for (std::size_t longest : {0, 5, 3000}) {
+        SPStringList list;
+        std::string expected;
+        for (std::size_t i = 0; i < 5000; ++i) {
+            // Short ones first, and none at all at first.
+            std::string const text(longest == 0 || i < 2100 ? 0 : i * i % longest, 'x');
+            list.push(text.c_str());
+            expected += (i ? "," : "") + text;
+        }
+
+        EXPECT_STREQ(list.join(","), expected.c_str());
+        EXPECT_EQ(list.join(",").length(), expected.size());
+        EXPECT_EQ(list.join("").length(), expected.size() - 4999);
+    }
+}
+
 TEST(SPStringList, aMatchAppendsItsGroups)
 {
     SPStringList list = listOf({"old"});
