@@ -1,4 +1,4 @@
-#include "text/textSearch.h"
+#include "platform/classlib/textSearch.h"
 
 #include <gtest/gtest.h>
 
