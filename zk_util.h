@@ -107,6 +107,7 @@
 #include "Foundtn/util/IToolMode.h"
 #include "Foundtn/util/ToolLangFacade.h"
 #include "Foundtn/util/globalFlags.h"
+#include "Foundtn/util/profileOrigin.h"
 #include "Foundtn/util/versions.h"
 
 #include "process/ZktCriticalSection.h"

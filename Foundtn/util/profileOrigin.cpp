@@ -1,0 +1,44 @@
+#include "Foundtn/util/profileOrigin.h"
+
+#include "Foundtn/util/IAppProfileService.h"
+#include "platform/os/os.h"
+#include "platform/os/profileFile.h"
+#include "platform/os/profileText.h"
+
+namespace zk {
+namespace {
+
+// What a file holds; as much of it as can be read.
+std::string contentOf(char const* path)
+{
+    std::string content;
+    HANDLE const file = CreateFileA(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return content;
+    char buffer[16 * 1024];
+    DWORD count = 0;
+    while (ReadFile(file, buffer, sizeof buffer, &count, nullptr) && count > 0)
+        content.append(buffer, count);
+    CloseHandle(file);
+    return content;
+}
+
+}  // namespace
+
+ProfileOrigin profileOrigin(CString const& section, CString const& name)
+{
+    ProfileOrigin origin;
+    IAppProfileInterface* const instance = IAppProfileInterface::Instance();
+    if (instance && instance->GetProfileValue(section, name, origin.value, nullptr)) {
+        origin.source = ProfileOrigin::profile;
+        origin.file = os::profileFile(instance->GetProfileName()).c_str();
+        os::ProfileText const text(contentOf(origin.file));
+        origin.line = static_cast<int>(text.lineOf(section.GetString(), name.GetString()));
+    } else if (IAppProfileService::GetEnvironmentVariableA(name, origin.value, nullptr)) {
+        origin.source = ProfileOrigin::environment;
+    }
+    return origin;
+}
+
+}  // namespace zk

@@ -1,0 +1,50 @@
+#include "Foundtn/util/profileOrigin.h"
+
+#include "Foundtn/util/IAppProfileService.h"
+#include "Foundtn/util/globalFlags.h"
+#include "platform/os/os.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/freshProcess.h"
+
+namespace {
+
+TEST_IN_FRESH_PROCESS(ProfileOrigin, tellsFileAndLine)
+{
+    TemporaryFolder const folder;
+    folder.write("p.ini", "; top\r\n\r\n[General]\r\nDepth = 7\r\nEmpty=\r\n");
+    CString const file(folder.path("p.ini").c_str());
+    globalFlags::instance()->setFlag("CommandLine", "-iniFile=" + file);
+    IAppProfileService service(false);
+    service.InitProfileName(nullptr, nullptr, nullptr);
+    SetEnvironmentVariableA("Depth", "8");
+
+    zk::ProfileOrigin const origin = zk::profileOrigin("general", "DEPTH");
+
+    EXPECT_EQ(origin.source, zk::ProfileOrigin::profile);
+    EXPECT_EQ(origin.value, "7");
+    EXPECT_EQ(origin.file, file);
+    EXPECT_EQ(origin.line, 4);
+    EXPECT_EQ(zk::profileOrigin("General", "Empty").source, zk::ProfileOrigin::absent);
+}
+
+TEST_IN_FRESH_PROCESS(ProfileOrigin, isTheEnvironmentWithoutAProfile)
+{
+    SetEnvironmentVariableA("ZK_TEST_ORIGIN", "value");
+
+    zk::ProfileOrigin const origin = zk::profileOrigin("General", "ZK_TEST_ORIGIN");
+
+    EXPECT_EQ(origin.source, zk::ProfileOrigin::environment);
+    EXPECT_EQ(origin.value, "value");
+    EXPECT_EQ(origin.file, "");
+    EXPECT_EQ(origin.line, 0);
+}
+
+TEST_IN_FRESH_PROCESS(ProfileOrigin, isAbsentOtherwise)
+{
+    zk::ProfileOrigin const origin = zk::profileOrigin("General", "ZK_TEST_NO_SUCH_SETTING");
+
+    EXPECT_EQ(origin.source, zk::ProfileOrigin::absent);
+    EXPECT_EQ(origin.value, "");
+}
+
+}  // namespace
