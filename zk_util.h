@@ -70,6 +70,7 @@
 #include "text/stringListConversions.h"
 
 #include "files/fileQueries.h"
+#include "files/logicalPaths.h"
 #include "files/paths.h"
 
 #include "logging/CCgEvent.h"
@@ -105,9 +106,16 @@
 #include "Foundtn/util/IAppProfileInterface.h"
 #include "Foundtn/util/IAppProfileService.h"
 #include "Foundtn/util/IToolMode.h"
+#include "Foundtn/util/LocaleManager.h"
 #include "Foundtn/util/ToolLangFacade.h"
+#include "Foundtn/util/animationPorts.h"
+#include "Foundtn/util/customColors.h"
+#include "Foundtn/util/getEnv.h"
 #include "Foundtn/util/globalFlags.h"
+#include "Foundtn/util/hostNames.h"
+#include "Foundtn/util/preferences.h"
 #include "Foundtn/util/profileOrigin.h"
+#include "Foundtn/util/toolLocale.h"
 #include "Foundtn/util/versions.h"
 
 #include "process/ZktCriticalSection.h"

@@ -117,6 +117,19 @@ public:
 
     /// Always true.
     static bool IsPanelDiagramSupported();
+
+    // -- The user's preferences, from the profile -----------------------------------------
+
+    /// "UserPreferences", "RTFConversionOff". Read once: without a profile at the first call it is false for good.
+    static bool isRTFConversionOff();
+    /// "UserPreferences", "LabelMode": the profile's boolean, or the text "True" in any case from profile or
+    /// environment. Read at the first call and at each with `refresh`. A true from the environment
+    /// stays until the profile is read as the boolean again.
+    static bool isLabelMode(bool refresh);
+    /// "UserPreferences", "GradientMode", true if absent. Read at the first call and at each with `refresh`.
+    static bool isGradientMode(bool refresh);
+    /// "General", "EnableKmToZmmMigration": true only if it was so, in the mode of isZMM(), at the first call.
+    static bool isKmMigrationEnabled();
 };
 
 /// Reads one word; `lang` changes if it is a language's name as IToolMode::setLang() knows it.
