@@ -11,8 +11,10 @@
 //   Panel panel;
 //   zk::installMessageBoxPresenter(&panel);
 //
-// Without one the system shows its message box; where there is none, a terminal
-// is asked, or the text goes to standard error and the default button is the answer.
+// Without one the system shows its message box. On a system without boxes a terminal
+// is asked if both standard input and standard error are one; else the text goes
+// to standard error and the default button is the answer. A terminal never gets
+// control characters of the text.
 #pragma once
 
 #include "platform/classlib/CObject.h"
@@ -20,7 +22,8 @@
 /// Shows `lpszText` with the buttons and the icon of `nType` (MB_OK, MB_YESNO | MB_ICONQUESTION, ...).
 ///
 /// The application's CWinApp::DoMessageBox() does it, if there is an
-/// application, else the presenter, else the system. Without an icon in
+/// application; that function, unless it was overridden, and a process without
+/// application ask the presenter, and without one the system. Without an icon in
 /// `nType`, OK and Cancel boxes get the warning icon, questions the question
 /// mark. `nIDHelp` is the number of a help page, 0 for none. Gives the id of
 /// the button (IDOK, IDYES, ...), 0 if the box could not be shown. A null text

@@ -90,8 +90,10 @@ public:
             return;
         }
         TYPE value(element);
-        SetSize(index + 1);
+        Restore undo = {this, size_};
+        SetSize(sum(index, 1));
         data_[index] = std::move(value);
+        undo.array = nullptr;
     }
     /// Adds an element at the end and gives its index. In constant time on average.
     INT_PTR Add(ARG_TYPE element) { return add(element); }
@@ -115,18 +117,18 @@ public:
         swap(copy);
     }
 
-    /// Inserts `count` times `element` before `index`; behind the end the gap is filled as by SetSize.
+    /// Inserts `count` times `element` before `index`; behind the end the gap is
+    /// filled as by SetSize. Without memory the array keeps its elements and their number.
     void InsertAt(INT_PTR index, ARG_TYPE element, INT_PTR count = 1)
     {
         check(index >= 0 && count >= 0);
         if (count == 0)
             return;
         TYPE const value(element);
-        INT_PTR const old = size_;
+        Restore undo = {this, size_};
         if (index > size_)
             SetSize(index);
         reserve(sum(size_, count));
-        Restore undo = {this, old};
         for (INT_PTR i = 0; i < count; ++i)
             add(value);
         undo.array = nullptr;
@@ -138,11 +140,10 @@ public:
         check(index >= 0);
         if (other->size_ == 0)
             return;
-        INT_PTR const old = size_;
         INT_PTR const more = other->size_;
+        Restore undo = {this, size_};
         if (index > size_)
             SetSize(index);
-        Restore undo = {this, old};
         reserve(sum(size_, more));
         std::uninitialized_copy_n(other->data_, more, data_ + size_);
         size_ += more;

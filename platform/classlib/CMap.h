@@ -111,7 +111,22 @@ public:
         Node* const found = find(key, hash);
         return (found ? found : add(key, hash))->value;
     }
-    void SetAt(ARG_KEY key, ARG_VALUE value) { (*this)[key] = value; }
+    /// Sets the value of a key, new or not. Without memory for both the map stays as it was.
+    void SetAt(ARG_KEY key, ARG_VALUE value)
+    {
+        UINT const hash = HashKey<ARG_KEY>(key);
+        if (Node* const found = find(key, hash)) {
+            found->value = value;
+            return;
+        }
+        Node* const added = add(key, hash);
+        try {
+            added->value = value;
+        } catch (...) {
+            RemoveKey(key);
+            throw;
+        }
+    }
 
     /// Removes a key and gives whether it was there.
     BOOL RemoveKey(ARG_KEY key)

@@ -245,8 +245,8 @@ public:
     /// h, l, ll, I32, I64, j, t, z stands in the conversion, but hh and h narrow
     /// it. A conversion that doesn't fit its argument: numbers are converted,
     /// `%s` prints a number, and a text is printed as a text everywhere. A
-    /// conversion without an argument, and an unknown one, stands as it is. `%n`
-    /// prints and writes nothing. `%p` prints 16 capital hexadecimal digits. A
+    /// conversion without an argument, and an unknown one, stands as it is. A wide
+    /// text is printed in the process's code page. `%n` prints and writes nothing. `%p` prints 16 capital hexadecimal digits. A
     /// null text prints "(null)". Widths, and the digits of a number, end at 65,535.
     template <class... Arguments>
     void Format(char const* format, Arguments const&... arguments)
@@ -276,7 +276,11 @@ public:
         format.LoadString(id);
         AppendFormat(format.data_, arguments...);
     }
-    /// The same by the C library's own vsnprintf, with its trust in the format.
+    /// The same with the arguments of a function that takes `...`. Here the
+    /// conversions alone tell what the arguments are, so they must fit: `h`, `I32`
+    /// and no size stand for an int, `l` for a long, `ll`, `I64`, `I`, `j`, `z` and `t`
+    /// for 64 bits, `%s` and `%hs` for a `char const*`, `%S`, `%ls` and `%ws` for a
+    /// `wchar_t const*`. `%n` takes its pointer and leaves it alone.
     void FormatV(char const* format, std::va_list arguments);
     void AppendFormatV(char const* format, std::va_list arguments);
 
@@ -382,7 +386,7 @@ private:
         if (length > static_cast<std::size_t>(capacity_ - length_))
             return appendGrowing(text, length);
         if (length != 0)
-            std::memcpy(data_ + length_, text, length);
+            std::memmove(data_ + length_, text, length);  // the text may be this one with its NUL
         length_ += static_cast<int>(length);
         data_[length_] = '\0';
         return *this;
@@ -405,7 +409,7 @@ private:
     bool holds(char const* text) const noexcept
     {
         std::less<char const*> const before;
-        return !before(text, data_) && before(text, data_ + length_);
+        return !before(text, data_) && !before(data_ + length_, text);
     }
     int replaceAll(std::string_view from, std::string_view to);
     int replaceGrowing(std::string_view from, std::string_view to, std::size_t found);

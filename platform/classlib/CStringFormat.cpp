@@ -2,8 +2,8 @@
 #include "platform/classlib/CString.h"
 #include "platform/classlib/formatConversion.h"
 
-#include <cstdio>
 #include <cstring>
+#include <vector>
 
 namespace {
 
@@ -88,23 +88,10 @@ void formatMessage(TextOutput& out, char const* format, FormatArguments const& a
     }
 }
 
-// What vsnprintf makes of it.
-void formatByLibrary(TextOutput& out, char const* format, std::va_list arguments)
+void formatFromList(TextOutput& out, char const* text, std::va_list list)
 {
-    std::size_t room = 512;
-    for (;;) {
-        std::va_list copy;
-        va_copy(copy, arguments);
-        int const written = std::vsnprintf(out.room(room), room, format ? format : "", copy);
-        va_end(copy);
-        if (written < 0)
-            return;
-        if (static_cast<std::size_t>(written) < room) {
-            out.advance(static_cast<std::size_t>(written));
-            return;
-        }
-        room = static_cast<std::size_t>(written) + 1;
-    }
+    std::vector<FormatArgument> const arguments = zk::readArguments(text ? text : "", list);
+    format(out, text, FormatArguments(arguments.data(), arguments.size()));
 }
 
 }  // namespace
@@ -133,13 +120,13 @@ void CString::formatMessageList(char const* text, FormatArgument const* argument
 void CString::FormatV(char const* text, std::va_list arguments)
 {
     TextOutput out;
-    formatByLibrary(out, text, arguments);
+    formatFromList(out, text, arguments);
     *this = out.text();
 }
 
 void CString::AppendFormatV(char const* text, std::va_list arguments)
 {
     TextOutput out;
-    formatByLibrary(out, text, arguments);
+    formatFromList(out, text, arguments);
     *this += out.text();
 }

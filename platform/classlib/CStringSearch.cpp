@@ -3,6 +3,7 @@
 #include "platform/classlib/textSearch.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 namespace {
@@ -56,11 +57,23 @@ int CString::find(std::string_view text, int start) const noexcept
 
 int CString::ReverseFind(char character) const noexcept
 {
-    for (int i = length_; i >= 0; --i) {
-        if (data_[i] == character)
-            return i;
+    if (character == '\0')
+        return length_;
+    // Eight bytes per step: one that is equal becomes 0, and a borrow shows in its top bit.
+    constexpr std::uint64_t ones = 0x0101010101010101u;
+    constexpr std::uint64_t tops = 0x8080808080808080u;
+    std::uint64_t const wanted = ones * static_cast<unsigned char>(character);
+    int end = length_;
+    for (; end >= 8; end -= 8) {
+        std::uint64_t bytes;
+        std::memcpy(&bytes, data_ + (end - 8), 8);
+        bytes ^= wanted;
+        if (((bytes - ones) & ~bytes & tops) != 0)
+            break;
     }
-    return -1;
+    while (end > 0 && data_[end - 1] != character)
+        --end;
+    return end - 1;
 }
 
 int CString::FindOneOf(char const* characters) const noexcept

@@ -3,6 +3,7 @@
 
 #include "platform/classlib/CDataExchange.h"
 #include "platform/classlib/CException.h"
+#include "platform/classlib/CRect.h"
 #include "platform/classlib/windowMap.h"
 
 #include <utility>
@@ -135,7 +136,7 @@ BOOL CWnd::Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, RE
                   CWnd* pParentWnd, UINT nID)
 {
     return CreateEx(0, lpszClassName, lpszWindowName, dwStyle | WS_CHILD, rect.left, rect.top,
-                    rect.right - rect.left, rect.bottom - rect.top, pParentWnd ? pParentWnd->m_hWnd : nullptr,
+                    CRect(rect).Width(), CRect(rect).Height(), pParentWnd ? pParentWnd->m_hWnd : nullptr,
                     reinterpret_cast<HMENU>(UINT_PTR(nID)));
 }
 

@@ -1,6 +1,8 @@
 // A window's text, place and state, and the controls of a dialog.
 #include "platform/classlib/CWnd.h"
 
+#include "platform/classlib/CRect.h"
+
 void CWnd::SetWindowText(LPCSTR lpszString)
 {
     ::SetWindowTextA(m_hWnd, lpszString);
@@ -67,8 +69,8 @@ void CWnd::MoveWindow(int x, int y, int nWidth, int nHeight, BOOL bRepaint)
 
 void CWnd::MoveWindow(RECT const* lpRect, BOOL bRepaint)
 {
-    MoveWindow(lpRect->left, lpRect->top, lpRect->right - lpRect->left, lpRect->bottom - lpRect->top,
-               bRepaint);
+    CRect const place(*lpRect);
+    MoveWindow(place.left, place.top, place.Width(), place.Height(), bRepaint);
 }
 
 BOOL CWnd::SetWindowPos(CWnd const* pWndInsertAfter, int x, int y, int cx, int cy, UINT nFlags)

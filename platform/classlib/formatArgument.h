@@ -17,7 +17,15 @@ namespace zk {
 
 class FormatArgument {
 public:
-    enum class Kind : unsigned char { none, signedInteger, unsignedInteger, floating, text, pointer };
+    enum class Kind : unsigned char {
+        none,
+        signedInteger,
+        unsignedInteger,
+        floating,
+        text,
+        wideText,
+        pointer
+    };
 
     FormatArgument() noexcept { }
 
@@ -46,7 +54,7 @@ public:
     inline FormatArgument(CString const& text) noexcept;
     FormatArgument(std::nullptr_t) noexcept : kind(Kind::text) { value.text = nullptr; }
     FormatArgument(void const* pointer) noexcept : kind(Kind::pointer) { value.pointer = pointer; }
-    FormatArgument(wchar_t const*) = delete;  // no byte text; convert it first
+    FormatArgument(wchar_t const* text) noexcept : kind(Kind::wideText) { value.wideText = text; }
 
     Kind kind = Kind::none;
     bool hasLength = false;   // of a text: `length` holds it
@@ -57,6 +65,7 @@ public:
         unsigned long long unsignedInteger;
         double floating;
         char const* text;
+        wchar_t const* wideText;
         void const* pointer;
     } value = {0};
 

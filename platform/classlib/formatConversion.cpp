@@ -1,11 +1,15 @@
 #include "platform/classlib/formatConversion.h"
 
+#include "platform/os/os.h"
+
 #include <algorithm>
 #include <climits>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <cwchar>
+#include <string>
 
 namespace zk {
 namespace {
@@ -50,18 +54,27 @@ void readFlags(char const*& at, Conversion& conversion)
     }
 }
 
-// The sizes say nothing that the argument doesn't know, but for hh and h.
+// An argument that knows its kind needs but hh and h of all this; one in a list needs the rest.
 void readSize(char const*& at, Conversion& conversion)
 {
     if (at[0] == 'h') {
         conversion.narrow = at[1] == 'h' ? 1 : 2;
         at += at[1] == 'h' ? 2 : 1;
     } else if (at[0] == 'l') {
-        at += at[1] == 'l' ? 2 : 1;
+        bool const isDouble = at[1] == 'l';
+        conversion.isWide = !isDouble;
+        conversion.bytes = isDouble ? 8 : static_cast<int>(sizeof(long));
+        at += isDouble ? 2 : 1;
     } else if (at[0] == 'I') {
-        bool const hasBits = (at[1] == '6' && at[2] == '4') || (at[1] == '3' && at[2] == '2');
-        at += hasBits ? 3 : 1;
-    } else if (*at == 'j' || *at == 'z' || *at == 't' || *at == 'L' || *at == 'w' || *at == 'q') {
+        bool const has32 = at[1] == '3' && at[2] == '2';
+        bool const has64 = at[1] == '6' && at[2] == '4';
+        conversion.bytes = has32 ? 4 : 8;
+        at += has32 || has64 ? 3 : 1;
+    } else if (*at == 'j' || *at == 'z' || *at == 't' || *at == 'q') {
+        conversion.bytes = 8;
+        ++at;
+    } else if (*at == 'L' || *at == 'w') {
+        (*at == 'L' ? conversion.isLong : conversion.isWide) = true;
         ++at;
     }
 }
@@ -94,6 +107,32 @@ void putText(TextOutput& out, Conversion const& conversion, FormatArgument const
         out.append(text, length);
     else
         putField(out, conversion, {text, length});
+}
+
+// A wide text in the process's code page. `most`, if not negative, limits the bytes; no character is cut.
+std::string bytesOf(wchar_t const* text, int most)
+{
+    constexpr int piece = 256;
+    std::string bytes;
+    char buffer[piece];
+    std::size_t const room = most < 0 ? INT_MAX : static_cast<std::size_t>(most);
+    while (*text) {
+        // One character of UTF-16 may take two units.
+        bool const isPair =
+            sizeof(wchar_t) == 2 && (*text & 0xFC00) == 0xD800 && (text[1] & 0xFC00) == 0xDC00;
+        int const units = isPair ? 2 : 1;
+        int const length = WideCharToMultiByte(CP_ACP, 0, text, units, buffer, piece, nullptr, nullptr);
+        if (static_cast<std::size_t>(std::max(length, 0)) > room - bytes.size())
+            break;
+        bytes.append(buffer, static_cast<std::size_t>(std::max(length, 0)));
+        text += units;
+    }
+    return bytes;
+}
+
+void putWideText(TextOutput& out, Conversion const& conversion, wchar_t const* text)
+{
+    putField(out, conversion, bytesOf(text ? text : L"(null)", conversion.precision));
 }
 
 constexpr char digitPairs[] =
@@ -286,6 +325,12 @@ void putAsCharacter(TextOutput& out, Conversion const& conversion, FormatArgumen
 {
     unsigned long long const number =
         argument.kind == Kind::floating ? toInteger(argument.value.floating) : argument.value.unsignedInteger;
+    bool const isWide = conversion.isWide || (conversion.letter == 'C' && conversion.narrow == 0);
+    if (isWide && number > 0x7F && number <= WCHAR_MAX) {
+        wchar_t const text[] = {static_cast<wchar_t>(number), L'\0'};
+        putField(out, conversion, bytesOf(text, -1));
+        return;
+    }
     char const character = static_cast<char>(static_cast<unsigned char>(number));
     putField(out, conversion, {&character, 1});
 }
@@ -376,11 +421,14 @@ bool putConversion(TextOutput& out, Conversion const& conversion, FormatArgument
         return true;
     if (argument.kind == Kind::none)
         return false;
-    if (argument.kind == Kind::text) {
+    if (argument.kind == Kind::text || argument.kind == Kind::wideText) {
         Conversion text = conversion;
         if (what != ConversionClass::text)
             text.precision = -1;
-        putText(out, text, argument);
+        if (argument.kind == Kind::text)
+            putText(out, text, argument);
+        else
+            putWideText(out, text, argument.value.wideText);
         return true;
     }
     switch (what) {
@@ -398,6 +446,76 @@ bool putConversion(TextOutput& out, Conversion const& conversion, FormatArgument
     default: putByKind(out, conversion, argument); break;
     }
     return true;
+}
+
+namespace {
+
+// Reads arguments from a list, each as its conversion says.
+class ArgumentList {
+public:
+    explicit ArgumentList(std::va_list list) { va_copy(list_, list); }
+    ~ArgumentList() { va_end(list_); }
+    ArgumentList(ArgumentList const&) = delete;
+    ArgumentList& operator=(ArgumentList const&) = delete;
+
+    FormatArgument nextInt() { return va_arg(list_, int); }
+
+    FormatArgument next(Conversion const& conversion)
+    {
+        switch (conversion.kind()) {
+        case ConversionClass::integer: return nextInteger(conversion);
+        case ConversionClass::floating:
+            if (conversion.isLong && sizeof(long double) > sizeof(double))
+                return va_arg(list_, long double);
+            return va_arg(list_, double);
+        case ConversionClass::character: return nextInt();
+        case ConversionClass::text:
+            // The sizes outdo the letter: "%hS" is a byte text, "%ls" a wide one.
+            if (conversion.isWide || (conversion.letter == 'S' && conversion.narrow == 0))
+                return va_arg(list_, wchar_t const*);
+            return va_arg(list_, char const*);
+        default: return va_arg(list_, void const*);
+        }
+    }
+
+private:
+    FormatArgument nextInteger(Conversion const& conversion)
+    {
+        bool const isSigned = conversion.letter == 'd' || conversion.letter == 'i';
+        if (conversion.bytes == 8)
+            return isSigned ? FormatArgument(va_arg(list_, long long))
+                            : FormatArgument(va_arg(list_, unsigned long long));
+        return isSigned ? FormatArgument(va_arg(list_, int)) : FormatArgument(va_arg(list_, unsigned int));
+    }
+
+    std::va_list list_;
+};
+
+}  // namespace
+
+std::vector<FormatArgument> readArguments(char const* format, std::va_list list)
+{
+    std::vector<FormatArgument> arguments;
+    arguments.reserve(8);
+    ArgumentList source(list);
+    for (char const* at = format; (at = std::strchr(at, '%')) != nullptr;) {
+        ++at;
+        if (*at == '%') {
+            ++at;
+            continue;
+        }
+        // The stars' numbers come before the argument. A letter that is a star is no width.
+        Conversion conversion;
+        FormatArguments none(nullptr, 0);
+        char const* const end = readConversion(at, conversion, &none);
+        char const* const letter = conversion.letter ? end - 1 : end;
+        for (std::ptrdiff_t stars = std::count(at, letter, '*'); stars > 0; --stars)
+            arguments.push_back(source.nextInt());
+        at = end;
+        if (conversion.kind() != ConversionClass::unknown)
+            arguments.push_back(source.next(conversion));
+    }
+    return arguments;
 }
 
 }  // namespace zk

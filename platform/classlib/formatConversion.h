@@ -4,7 +4,9 @@
 #include "platform/classlib/formatArgument.h"
 #include "platform/classlib/textOutput.h"
 
+#include <cstdarg>
 #include <cstddef>
+#include <vector>
 
 namespace zk {
 
@@ -19,8 +21,11 @@ struct Conversion {
     bool alternate = false;
     bool zero = false;
     int width = 0;
-    int precision = -1;  // -1: none given
-    int narrow = 0;      // bytes that hh and h leave of an integer, 0 for all
+    int precision = -1;   // -1: none given
+    int narrow = 0;       // bytes that hh and h leave of an integer, 0 for all
+    int bytes = 4;        // that the size says of an integer in a list of arguments
+    bool isWide = false;  // l or w: of a text or character
+    bool isLong = false;  // L: of a floating number
     char letter = '\0';
 
     ConversionClass kind() const noexcept;
@@ -45,6 +50,9 @@ private:
     std::size_t count_;
     std::size_t next_ = 0;
 };
+
+/// The arguments that the conversions of a format take from a list of them, for putConversion() with that format.
+std::vector<FormatArgument> readArguments(char const* format, std::va_list list);
 
 /// Reads the conversion behind a '%' and gives the position behind it. Without `arguments` a '*' is not known.
 char const* readConversion(char const* at, Conversion& conversion, FormatArguments* arguments);

@@ -293,6 +293,18 @@ TEST(CArray, isUnchangedWhenElementsCannotBeCopied)
     EXPECT_EQ(Counted::alive, 0);
 }
 
+TEST(CArray, keepsItsSizeWhenAnInsertionBehindTheEndFails)
+{
+    INT_PTR const tooMany = std::numeric_limits<INT_PTR>::max() / 8;
+    Numbers array;
+    fill(array, 3);
+
+    EXPECT_THROW(array.InsertAt(7, 1, tooMany), std::bad_alloc);
+    EXPECT_EQ(contents(array), (Expected{0, 1, 2}));
+    EXPECT_THROW(array.SetAtGrow(std::numeric_limits<INT_PTR>::max(), 1), std::bad_alloc);
+    EXPECT_EQ(contents(array), (Expected{0, 1, 2}));
+}
+
 TEST(CArray, beyondTheAddressSpaceIsOutOfMemory)
 {
     Numbers array;

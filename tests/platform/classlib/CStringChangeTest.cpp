@@ -240,3 +240,46 @@ TEST(CStringDelete, removesBytesAndGivesTheLength)
     EXPECT_EQ(text.Delete(1), 2);
     EXPECT_EQ(text, "ac");
 }
+
+TEST(CStringChange, mayTakeItsOwnText)
+{
+    // Short texts, those in a block that is full, and those in a block with room.
+    for (std::size_t const length : {std::size_t(7), std::size_t(15), std::size_t(40)}) {
+        for (bool const hasRoom : {false, true}) {
+            std::string const text = std::string(length - 4, 'x') + "tail";
+            CString made(text.c_str());
+            if (hasRoom)
+                made.Preallocate(200);
+            std::string const part = text.substr(3);
+            int const count = static_cast<int>(length);
+            auto const changed = [&](auto change) {
+                CString own(made);
+                if (hasRoom)
+                    own.Preallocate(200);
+                change(own);
+                return std::string(own.view());
+            };
+
+            EXPECT_EQ(changed([&](CString& s) { s.Append(s.GetString(), count + 1); }),
+                      text + text + std::string(1, '\0'));
+            EXPECT_EQ(changed([](CString& s) { s.Append(s.GetString() + 3); }), text + part);
+            EXPECT_EQ(changed([](CString& s) { s += s; }), text + text);
+            EXPECT_EQ(changed([](CString& s) { s += s.GetString() + 3; }), text + part);
+            EXPECT_EQ(changed([](CString& s) { s = s.GetString() + 3; }), part);
+            EXPECT_EQ(changed([](CString& s) { s.SetString(s.GetString() + 3, 2); }), part.substr(0, 2));
+            EXPECT_EQ(changed([](CString& s) { s = s.Mid(3) + s; }), part + text);
+            EXPECT_EQ(changed([](CString& s) { s = static_cast<CString&&>(s) + s; }), text + text);
+            EXPECT_EQ(changed([](CString& s) { s.Insert(2, s.GetString() + 3); }),
+                      text.substr(0, 2) + part + text.substr(2));
+            EXPECT_EQ(changed([](CString& s) { s.Insert(2, s); }), text.substr(0, 2) + text + text.substr(2));
+            EXPECT_EQ(changed([&](CString& s) { s.Replace("tail", s.GetString() + 3); }),
+                      text.substr(0, length - 4) + part);
+            EXPECT_EQ(changed([&](CString& s) { s.Replace(s.GetString() + length - 4, "t"); }),
+                      text.substr(0, length - 4) + "t");
+            EXPECT_EQ(changed([&](CString& s) { s.Replace(s, s.GetString() + length - 4); }), "tail");
+            EXPECT_EQ(changed([](CString& s) { s.Format("%s|%s", s, s.GetString() + 3); }),
+                      text + '|' + part);
+            EXPECT_EQ(changed([](CString& s) { s.AppendFormat("%s", s.GetString() + 3); }), text + part);
+        }
+    }
+}

@@ -282,6 +282,65 @@ TEST(CStringFormat, takesAListOfArguments)
     EXPECT_EQ(text, "a5");
 }
 
+TEST(CStringFormat, takesListedIntegersBySize)
+{
+    long long const large = 0x123456789ABCDEF;
+
+    EXPECT_EQ(formattedByList("%I64d %I64u %I64x %d", -large, 18446744073709551615ull, large, 7),
+              "-81985529216486895 18446744073709551615 123456789abcdef 7");
+    EXPECT_EQ(formattedByList("%Id %Iu %I32d %d", std::ptrdiff_t(-large), std::size_t(large), -5, 7),
+              "-81985529216486895 81985529216486895 -5 7");
+    EXPECT_EQ(formattedByList("%lld %llx %jd %zu %td %d", large, large, std::intmax_t(1), std::size_t(2),
+                              std::ptrdiff_t(3), 7),
+              "81985529216486895 123456789abcdef 1 2 3 7");
+    EXPECT_EQ(formattedByList("%ld %lu %hd %hhu %i %u %c", -1L, 2UL, 65537, 257, -3, 4000000000u, 'x'),
+              "-1 2 1 1 -3 4000000000 x");
+    EXPECT_EQ(formattedByList("%*d|%-*d|%.*f|%d", 4, 1, 4, 2, 2, 1.239, 7), "   1|2   |1.24|7");
+    EXPECT_EQ(formattedByList("%f %Lf %g", 1.5, 2.5L, 0.25), "1.500000 2.500000 0.25");
+}
+
+TEST(CStringFormat, takesListedTextsByWidth)
+{
+    EXPECT_EQ(formattedByList("%s %hs %hS %d", "a", "b", "c", 7), "a b c 7");
+    EXPECT_EQ(formattedByList("%ls %S %ws %d", L"a", L"b", L"c", 7), "a b c 7");
+    EXPECT_EQ(formattedByList("%4S|%-3ls|%.2S|", L"a", L"b", L"abc"), "   a|b  |ab|");
+    EXPECT_EQ(formattedByList("%s %S", noText, static_cast<wchar_t const*>(nullptr)), "(null) (null)");
+    EXPECT_EQ(formattedByList("%C%lc%hc", 'a', 'b', 'c'), "abc");
+}
+
+TEST(CStringFormat, takesWideTexts)
+{
+    EXPECT_EQ(formatted("%S|%ls|%s|%6s|%.1s", L"a", L"b", L"c", L"d", L"ef"), "a|b|c|     d|e");
+    EXPECT_EQ(formatted("%d %s", L"x", static_cast<wchar_t const*>(nullptr)), "x (null)");
+}
+
+TEST(CStringFormat, printsWideTextsInTheProcessCodePage)
+{
+    wchar_t const text[] = L"\u00E9-\u20AC";
+    char bytes[16];
+    int const length = WideCharToMultiByte(CP_ACP, 0, text, 3, bytes, sizeof bytes, nullptr, nullptr);
+
+    EXPECT_EQ(formatted("%S", text), std::string_view(bytes, static_cast<std::size_t>(length)));
+    EXPECT_EQ(formattedByList("%S", text), std::string_view(bytes, static_cast<std::size_t>(length)));
+    EXPECT_LE(formatted("%.2S", text).GetLength(), 2) << "no character is cut";
+}
+
+TEST(CStringFormat, aListedCountIsNeverWritten)
+{
+    int untouched = 77;
+    int volatile* const seen = &untouched;
+    std::string const format("ab%nc%hhn%lln%d");
+
+    EXPECT_EQ(formattedByList(format.c_str(), &untouched, &untouched, &untouched, 5), "abc5");
+
+    EXPECT_EQ(*seen, 77);
+}
+
+TEST(CStringFormat, leavesAListedConversionThatItDoesNotKnowAsItStands)
+{
+    EXPECT_EQ(formattedByList("%y %d %**d %% %", 5, 4), "%y 5 %**d % %");
+}
+
 TEST(CStringFormatMessage, fillsInNumberedInserts)
 {
     EXPECT_EQ(message("%2 of %1", "a", 7), "7 of a");

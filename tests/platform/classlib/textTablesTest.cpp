@@ -89,6 +89,24 @@ TEST_F(TextTables, takeATableOutAgain)
     EXPECT_FALSE(zkUnregisterTexts(oldTexts));
 }
 
+// Where programs have resources, dialogs.rc gives this one texts whose numbers
+// are 61000 and their length; the system's own call cuts those that fill its buffer.
+TEST_F(TextTables, giveWayToResourcesOfAnyLength)
+{
+    for (int const length : {253, 254, 255, 256, 1000}) {
+        CString text;
+        bool const found = text.LoadString(61000u + static_cast<unsigned int>(length));
+#ifdef _WIN32
+        EXPECT_TRUE(found);
+        EXPECT_EQ(text.GetLength(), length);
+        EXPECT_EQ(text.Right(1), ".");
+#else
+        EXPECT_FALSE(found);
+        EXPECT_EQ(text, "");
+#endif
+    }
+}
+
 TEST_F(TextTables, mayBeEmpty)
 {
     zkRegisterTexts(newTexts, 0);
