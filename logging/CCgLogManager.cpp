@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <mutex>
+#include <new>
 #include <utility>
 
 namespace zk::logging {
@@ -59,6 +60,17 @@ CCgObject* errorLogger()
     return logger;
 }
 
+void start(char const* propertiesPath)
+{
+    registerToolkitClasses();
+    if (propertiesPath && !CCgReadProps(propertiesPath, nullptr)) {
+        printError(51, {CCgParm::ofText(propertiesPath)});
+        return;
+    }
+    current->errorLogger = errorLogger();
+    current->started = true;
+}
+
 void stop()
 {
     current->stopping = true;
@@ -99,16 +111,15 @@ bool ccg_initManager(char const* propertiesPath)
         return false;
     if (current)
         return current->started;  // not yet: a class that is being set up asks
-    current = new Manager;
-    registerToolkitClasses();
-    if (propertiesPath && !CCgReadProps(propertiesPath, nullptr)) {
-        printError(51, {CCgParm::ofText(propertiesPath)});
-        stop();
-        return false;
+    try {
+        current = new Manager;
+        start(propertiesPath);
+    } catch (std::bad_alloc const&) {
+        printError(50);
     }
-    current->errorLogger = errorLogger();
-    current->started = true;
-    return true;
+    if (current && !current->started)
+        stop();
+    return current != nullptr;
 }
 
 void ccg_shutdownManager()

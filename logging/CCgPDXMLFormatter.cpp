@@ -65,6 +65,7 @@ public:
 
     char* write()
     {
+        RecordLocale const locale(formatter_, event_);
         if (flags_.firstRecord) {
             writeElements(true);
             flags_.firstRecord = false;
@@ -156,7 +157,6 @@ private:
     void writeText()
     {
         out_.append(" <LogText><![CDATA[");
-        RecordLocale const locale(formatter_, event_);
         ccg_appendMessageText(out_, event_.message);
         out_.append("]]></LogText>\n");
     }

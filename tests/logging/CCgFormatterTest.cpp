@@ -422,6 +422,19 @@ TEST_F(XmlFormatter, reportsATimeWithoutText)
     EXPECT_EQ(records("errors")[0].level, 6000);
 }
 
+TEST_F(XmlFormatter, leavesTheRecordsLocaleAsItWas)
+{
+    start("f.className=ccg_xmlformatter\nf.locale=de_DE\n");
+    Owned const formatter = object("f");
+    CCgEvent event = eventOf("text");
+    event.locale = "fr";
+
+    taken(formatter->objClass->formatter.format(formatter.get(), &event));
+
+    EXPECT_STREQ(event.locale, "fr");
+    EXPECT_EQ(event.message.locale, nullptr);
+}
+
 TEST_F(XmlFormatter, escapesNothing)
 {
     start();
