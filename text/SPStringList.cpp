@@ -198,8 +198,12 @@ SPString SPStringList::join(char const* separator) const
 int SPStringList::m(char const* pattern, char const* target, char const* opts)
 {
     Regexp expression(pattern, zk::hasOption(opts, 'i'));
-    std::string const copy(target ? target : "");  // `target` may be an element of this list
-    return expression.match(copy.c_str()) ? pushGroups(expression, copy.c_str()) : 0;
+    if (!expression.match(target ? target : ""))
+        return 0;
+    // `target` may be an element of this list; what matched holds all groups.
+    Range const whole = expression.getgroup(0);
+    std::string const matched(target ? target + whole.start() : "", static_cast<std::size_t>(whole.length()));
+    return pushGroups(expression, matched.data(), whole.start());
 }
 
 SPStringList SPStringList::grep(char const* pattern, char const* opts) const
@@ -231,12 +235,19 @@ void SPStringList::putText(std::string_view text)
     ++cnt_;
 }
 
-int SPStringList::pushGroups(Regexp const& expression, char const* text)
+// Appends the groups of the last match, all or none. `text` is the subject from position `start` on.
+int SPStringList::pushGroups(Regexp const& expression, char const* text, int start)
 {
+    int const before = count();
     int const groups = expression.groups();
-    for (int group = 0; group < groups; ++group) {
-        Range const range = expression.getgroup(group);
-        pushText(std::string_view(text + range.start(), static_cast<std::size_t>(range.length())));
+    try {
+        for (int group = 0; group < groups; ++group) {
+            Range const range = expression.getgroup(group);
+            pushText({text + (range.start() - start), static_cast<std::size_t>(range.length())});
+        }
+    } catch (...) {
+        cnt_ = before;
+        throw;
     }
     return groups;
 }

@@ -67,7 +67,7 @@ private:
     bool holdsElement(SPString const& text) const { return holds(&text); }
     void pushText(std::string_view text);
     void putText(std::string_view text);
-    int pushGroups(Regexp const& expression, char const* text);
+    int pushGroups(Regexp const& expression, char const* text, int start = 0);
     int splitText(std::string_view text, char const* pattern, int limit);
     void splitIntoCharacters(std::string_view text);
     void splitIntoWords(std::string_view text);

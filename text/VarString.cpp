@@ -272,8 +272,14 @@ void VarString::replace(std::size_t pos, std::size_t count, char const* text, st
         text = copy.get();
     }
     if (irregular_) {  // which bytes are kept depends on where the view ends in between
-        remove(pos, count);
-        insert(pos, text, length);
+        VarString changed(allocated_);
+        std::memcpy(changed.text_, text_, length_ + 1);
+        changed.length_ = length_;
+        changed.step_ = step_;
+        changed.irregular_ = 1;
+        changed.remove(pos, count);
+        changed.insert(pos, text, length);
+        swap(changed);
         return;
     }
     std::size_t const newLength = length_ - count + length;

@@ -132,10 +132,9 @@ private:
     // A block under construction; what was made is undone unless it is released.
     class Fresh {
     public:
+        // A list counts its slots in an int, and no block has more than twice as many: the size fits.
         Fresh(std::ptrdiff_t slots, std::ptrdiff_t place)
         {
-            if (static_cast<std::size_t>(slots) > (static_cast<std::size_t>(-1) / 2 - headSize) / sizeof(T))
-                throw std::bad_alloc();
             head_ = {static_cast<char*>(::operator new(headSize + slots * sizeof(T))), slots};
             window_ = slotsOf(head_) + place;
         }

@@ -565,6 +565,18 @@ TEST(SPList, aViewThatEndsBeyondAllNumbersIsEmpty)
     EXPECT_EQ(list.count(), 3);
 }
 
+TEST(SPList, sortKeepsTheStepOfItsListAndOtherResultsHaveTheirOwn)
+{
+    SPList<SPString> list(7);
+    for (char const* text : {"b", "a", "c"})
+        list.push(text);
+
+    EXPECT_EQ(fieldsOf(list.sort()).allocinc, 7);
+    EXPECT_EQ(fieldsOf(list.reverse()).allocinc, 20);
+    EXPECT_EQ(fieldsOf(list.splice(1)).allocinc, 20);
+    EXPECT_EQ(fieldsOf(list).allocinc, 7);
+}
+
 TEST(SPList, sortOfOneElementIsACopy)
 {
     SPList<SPString> list = listOf("ab");

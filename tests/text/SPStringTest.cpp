@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <functional>
 #include <sstream>
 #include <stdexcept>
 #include <streambuf>
@@ -428,6 +429,63 @@ TEST(SPString, aBadExpressionNeverMatches)
     EXPECT_EQ(replaced, 0);
     EXPECT_STREQ(text, "a**");
     EXPECT_NE(messages.find("regerror: nested *?+"), messages.npos);
+}
+
+TEST(SPString, aBadExpressionIsReportedByEachOperationInTheSameWay)
+{
+    SPStringList list;
+    list.push("a**");
+    char const* const report = "regerror: nested *?+\n"
+                               "a**.\n"
+                               "\n"
+                               "regerror: NULL parameter\n";
+    std::function<void()> const operations[] = {
+        [&] { SPString("a").m("a**"); }, [&] { SPString("a").s("a**", "x"); },
+        [&] { SPString("a").split("a**"); }, [&] { list.m("a**", "a"); }, [&] { list.grep("a**"); }};
+    for (std::function<void()> const& operation : operations) {
+        testing::internal::CaptureStderr();
+
+        operation();
+
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), report);
+    }
+}
+
+TEST(SPString, anExpressionThatDidNotCompileNeverMatches)
+{
+    SPString const text("a**");
+    SPStringList groups;
+    groups.push("old");
+    testing::internal::CaptureStderr();
+    Regexp expression("a**");
+
+    int const plain = text.m(expression);
+    int const withGroups = text.m(expression, groups);
+
+    testing::internal::GetCapturedStderr();
+    EXPECT_EQ(plain, 0);
+    EXPECT_EQ(withGroups, 0);
+    EXPECT_STREQ(groups.join("|"), "old");
+}
+
+TEST(SPString, aWindowCanBeASummand)
+{
+    SPString text("abcdef");
+
+    EXPECT_STREQ(text + text.substr(1, 2), "abcdefbc");
+    EXPECT_STREQ("<" + SPString(text.substr(4)), "<ef");
+}
+
+TEST(SPString, comparesWhatIsInViewWhateverTheLength)
+{
+    SPString text = SPString("ab") + '\0';
+    text += 'c';
+
+    EXPECT_EQ(text.length(), 4u);
+    EXPECT_TRUE(text == "ab");
+    EXPECT_TRUE(text == SPString("ab"));
+    EXPECT_FALSE(text > SPString("ab"));
+    EXPECT_TRUE(text < SPString("abc"));
 }
 
 TEST(SPString, writesItsTextWithoutANewline)

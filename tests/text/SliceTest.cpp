@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <iostream>
 #include <sstream>
 #include <string>
@@ -89,6 +90,17 @@ TEST(Slice, aNumberBehindTheLastRangeExtendsIt)
 
     EXPECT_EQ(rangesOf(slice), "3-6,6-6,5-6");
     EXPECT_EQ(slice[0].length(), 4);
+}
+
+TEST(Slice, theLowestNumberExtendsNoRange)
+{
+    Slice slice(Range(3, INT_MAX));
+
+    slice.add(INT_MIN);
+
+    EXPECT_EQ(slice.count(), 2);
+    EXPECT_EQ(slice[1].start(), INT_MIN);
+    EXPECT_EQ(slice[1].end(), INT_MIN);
 }
 
 TEST(Slice, anIndexPastTheEndAddsEmptyRanges)

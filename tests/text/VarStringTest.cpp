@@ -543,3 +543,27 @@ TEST(VarString, insertingIntoAnErasedTextMovesItsFirstCharacter)
     EXPECT_EQ(text.length(), 1u);
     EXPECT_EQ(fieldsOf(text).allocated, 4u);
 }
+
+// What other modules read in the last field is the step, but for the mark in its highest bit.
+TEST(VarString, writingThroughAnIndexMarksTheStep)
+{
+    struct Fields {
+        char* s;
+        std::uint64_t len;
+        std::uint64_t allocated;
+        std::uint64_t allocinc;
+    };
+    using zk::test::readFields;
+    constexpr std::uint64_t mark = std::uint64_t(1) << 63;
+    VarString text;
+    text = "abc";
+    char const read = std::as_const(text)[0];
+    EXPECT_EQ(read, 'a');
+    EXPECT_EQ(readFields<Fields>(text).allocinc, 32u);
+
+    text[0] = 'x';
+
+    EXPECT_EQ(readFields<Fields>(text).allocinc, mark + 32);
+    text.add("d");
+    EXPECT_EQ(readFields<Fields>(text).allocinc, 32u);
+}
