@@ -16,6 +16,60 @@ namespace {
 constexpr char const* wordsPattern = "' '";
 constexpr char const* blanks = " \t\n";
 
+// The length of a text to which others are added, and the size to which its buffer would grow.
+struct JoinedSize {
+    JoinedSize(std::size_t startSize, std::size_t growth) : allocated(startSize), step(growth) { }
+
+    void add(std::size_t more)
+    {
+        length += more;
+        if (length >= allocated)
+            allocated = length + step;
+    }
+
+    // What all `count` parts take if they are like the first `seen`, and a quarter more if they are not.
+    std::size_t roomFor(int seen, int count) const
+    {
+        if (seen == count)
+            return allocated;
+        std::size_t const rest =
+            length / static_cast<std::size_t>(seen) * static_cast<std::size_t>(count - seen);
+        return allocated + rest + (length + rest) / 4;
+    }
+
+    std::size_t length = 0;
+    std::size_t allocated;
+    std::size_t step;
+};
+
+// How many bytes are copied at once, also where a text has less: cheaper than to look how many.
+constexpr std::size_t unit = 16;
+
+// A separator in front of readable bytes.
+struct Separator {
+    explicit Separator(char const* separator) : length(std::strlen(separator)), text(separator)
+    {
+        if (length <= unit)
+            text = static_cast<char const*>(std::memcpy(padded, separator, length));
+    }
+    Separator(Separator const&) = delete;
+    Separator& operator=(Separator const&) = delete;
+
+    std::size_t length;
+    char const* text;
+    char padded[unit] = {};
+};
+
+// Copies `length` bytes of `text`, where `readable` ones may be read, to `out`, where those up to `end`
+// may be written.
+inline char* put(char* out, char const* end, char const* text, std::size_t length, std::size_t readable)
+{
+    if (length > unit || readable < unit || static_cast<std::size_t>(end - out) < unit)
+        return zk::copyShort(out, text, length);
+    std::memcpy(out, text, unit);
+    return out + length;
+}
+
 }  // namespace
 
 SPStringList::SPStringList(int size) : SPList<SPString>(size)
@@ -150,48 +204,49 @@ void SPStringList::dropEmptyEnd()
 
 SPString SPStringList::join(char const* separator) const
 {
-    constexpr int stretch = 1024;  // elements that are still at hand when their lengths were added up
-    constexpr int ahead = 16;
-    std::size_t const between = separator ? std::strlen(separator) : 0;
+    constexpr int sample = 1024;  // elements from which the room for all is estimated
+    constexpr int ahead = 32;
     SPString const* const elements = a_ + first_;
+    Separator const between(separator ? separator : "");
     SPString joined;
     VarString& text = joined.text_;
-    std::size_t length = 0;
-    std::size_t size = text.allocated_;  // to which the buffer would grow step by step
-    auto const count = [&](std::size_t more) {
-        length += more;
-        if (length >= size)
-            size = length + text.step_;
+
+    JoinedSize size(text.allocated_, text.step_);
+    auto const count = [&](int i) {
+        size.add(elements[i].textLength());
+        if (i + 1 < cnt_)
+            size.add(between.length);
     };
-    for (int from = 0; from < cnt_; from += stretch) {
-        int const to = std::min(from + stretch, cnt_);
-        std::size_t const done = length;
-        for (int i = from; i < to; ++i) {
-            count(elements[i].textLength());
-            if (i + 1 < cnt_)
-                count(between);
+    for (int i = 0; i < std::min(cnt_, sample); ++i)
+        count(i);
+    if (size.length == 0 && cnt_ <= sample)
+        return joined;
+    std::size_t room = size.roomFor(std::min(cnt_, sample), cnt_);
+    text.enlarge(room, 0);
+
+    size = JoinedSize(VarString::defaultSize, text.step_);
+    char* out = text.text_;
+    char const* end = out + room;
+    for (int i = 0; i < cnt_; ++i) {
+        // Texts lie where memory was free: fetch a later one while this one is copied.
+        if (i + ahead < cnt_)
+            __builtin_prefetch(elements[i + ahead].text_.text_);
+        std::size_t const done = size.length;
+        count(i);
+        if (size.allocated > room) {
+            room = size.roomFor(i + 1, cnt_);
+            text.enlarge(room, done);
+            out = text.text_ + done;
+            end = text.text_ + room;
         }
-        if (length == done)
-            continue;
-        if (text.isUnused() || size > text.allocated_) {
-            // The rest, if it is like what came before, and a quarter of all that for the case it is not.
-            std::size_t const rest =
-                length / static_cast<std::size_t>(to) * static_cast<std::size_t>(cnt_ - to);
-            text.enlarge(size + (to < cnt_ ? rest + (length + rest) / 4 : 0), done);
-        }
-        char* out = text.text_ + done;
-        for (int i = from; i < to; ++i) {
-            // Texts lie where memory was free: fetch the next ones while this one is copied.
-            if (i + ahead < cnt_)
-                __builtin_prefetch(elements[i + ahead].text_.text_);
-            out = zk::copyShort(out, elements[i].text_.text_, elements[i].textLength());
-            if (i + 1 < cnt_)
-                out = zk::copyShort(out, separator, between);
-        }
-        *out = '\0';
+        VarString const& element = elements[i].text_;
+        out = put(out, end, element.text_, elements[i].textLength(), element.allocated_);
+        if (i + 1 < cnt_)
+            out = put(out, end, between.text, between.length, sizeof between.padded);
     }
-    text.length_ = length;
-    text.allocated_ = size;
+    *out = '\0';
+    text.length_ = size.length;
+    text.allocated_ = size.allocated;
     return joined;
 }
 

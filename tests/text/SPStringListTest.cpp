@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <random>
 #include <sstream>
 #include <string>
 #include <type_traits>
@@ -214,6 +215,30 @@ TEST(SPStringList, joinsLongListsOfTextsOfAnyLength)
         EXPECT_STREQ(list.join(","), expected.c_str());
         EXPECT_EQ(list.join(",").length(), expected.size());
         EXPECT_EQ(list.join("").length(), expected.size() - 4999);
+    }
+}
+
+// Short texts and separators are copied in blocks where the buffers allow it.
+TEST(SPStringList, joinsTextsAroundTheSizeOfABlock)
+{
+    std::mt19937 chance(3);
+    for (int round = 0; round < 2000; ++round) {
+        std::string const separator(chance() % 20, '-');
+        SPStringList list;
+        std::string expected;
+        for (unsigned i = 0, count = 1 + chance() % 6; i < count; ++i) {
+            std::string const text(chance() % 20, static_cast<char>('a' + i));
+            SPString element(text.c_str());  // in a buffer that just holds it
+            SPString roomy;
+            roomy = element;  // in one of 32 bytes
+            list.push(chance() % 2 ? std::move(element) : std::move(roomy));
+            expected += (i ? separator : "") + text;
+        }
+
+        SPString const joined = list.join(separator.c_str());
+
+        ASSERT_STREQ(joined, expected.c_str());
+        ASSERT_EQ(joined.length(), expected.size());
     }
 }
 

@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <functional>
 #include <sstream>
 #include <stdexcept>
 #include <streambuf>
@@ -429,26 +428,6 @@ TEST(SPString, aBadExpressionNeverMatches)
     EXPECT_EQ(replaced, 0);
     EXPECT_STREQ(text, "a**");
     EXPECT_NE(messages.find("regerror: nested *?+"), messages.npos);
-}
-
-TEST(SPString, aBadExpressionIsReportedByEachOperationInTheSameWay)
-{
-    SPStringList list;
-    list.push("a**");
-    char const* const report = "regerror: nested *?+\n"
-                               "a**.\n"
-                               "\n"
-                               "regerror: NULL parameter\n";
-    std::function<void()> const operations[] = {
-        [&] { SPString("a").m("a**"); }, [&] { SPString("a").s("a**", "x"); },
-        [&] { SPString("a").split("a**"); }, [&] { list.m("a**", "a"); }, [&] { list.grep("a**"); }};
-    for (std::function<void()> const& operation : operations) {
-        testing::internal::CaptureStderr();
-
-        operation();
-
-        EXPECT_EQ(testing::internal::GetCapturedStderr(), report);
-    }
 }
 
 TEST(SPString, anExpressionThatDidNotCompileNeverMatches)

@@ -119,6 +119,19 @@ TEST(SPStringWithoutMemory, isAsBeforeWhenItCannotBeSplit)
     EXPECT_STREQ(fields.join("|"), "a|,|b;c d");
 }
 
+TEST(SPStringWithoutMemory, givesNoGroupsIfNotAll)
+{
+    SPString const text((longText() + "=" + longText()).c_str());
+    SPStringList groups;
+    groups.push("old");
+
+    int const failures = failuresOf([&] { text.m("(x+)=(x+)", groups); },
+                                    [&] { return groups.count() == 0 || groups[0] == "old"; });
+
+    EXPECT_GT(failures, 1);
+    EXPECT_EQ(groups.count(), 3);
+}
+
 namespace {
 
 // The same for a list.
