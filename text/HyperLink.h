@@ -70,6 +70,6 @@ ZK_UTIL_API CString getRichTextFromPlainText(CString const& plain, CList<HyperLi
 
 /// Takes a stored text apart: the plain text is the result, the links replace those of `links`.
 ///
-/// A type other than "File" is a URL. A number that is none is 0, one that fits no int the nearest that does. A field without an end is
-/// empty and uses up one character, so that any text comes to its end. Linear time.
+/// A type other than "File" is a URL. A number that is none is 0, one that fits no int the nearest that does.
+/// A field without an end is empty and uses up one character, so that any text comes to its end. Linear time.
 ZK_UTIL_API CString getPlainTextAndLinksFromRichText(CString const& rich, CList<HyperLink>& links);

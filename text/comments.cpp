@@ -1,6 +1,7 @@
 #include "text/comments.h"
 
-#include "text/blanks.h"
+#include "platform/classlib/blanks.h"
+#include "text/escapedQuote.h"
 
 #include <string_view>
 
@@ -9,15 +10,6 @@ namespace {
 bool beginsWith(std::string_view text, std::string_view prefix)
 {
     return text.substr(0, prefix.size()) == prefix;
-}
-
-// Whether the quote at `position` stands behind an odd number of backslashes.
-bool isEscaped(std::string_view text, std::size_t position)
-{
-    std::size_t run = 0;
-    while (run < position && text[position - run - 1] == '\\')
-        ++run;
-    return run % 2 != 0;
 }
 
 }  // namespace
@@ -65,7 +57,7 @@ bool omIsInCommentOrQuotedString(CString text, int pos)
             break;
         case In::string:
         case In::character:
-            if (all[at] == (state == In::string ? '"' : '\'') && !isEscaped(all, at))
+            if (all[at] == (state == In::string ? '"' : '\'') && !zk::isEscaped(all, at))
                 state = In::code;
             break;
         case In::blockComment:

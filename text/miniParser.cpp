@@ -1,5 +1,7 @@
 #include "text/miniParser.h"
 
+#include "text/escapedQuote.h"
+
 #include <algorithm>
 #include <cstring>
 #include <iterator>
@@ -99,10 +101,7 @@ bool miniParser::checkHardEnd(CString const& text, int& pos, int length)
     if (character != m_hardEnd)
         return false;
     if (getAlphabetKind(character) == charString) {
-        int before = pos;
-        while (before > 0 && text[before - 1] == '\\')
-            --before;
-        if ((pos - before) % 2 != 0)
+        if (zk::isEscaped(text.view(), std::size_t(pos)))
             return false;
     } else if (character != '\n') {
         if (pos + 1 >= length || text[pos + 1] != '/')

@@ -5,7 +5,8 @@
 //   insertSpaces("myHTTPServer");                            // "my HTTPServer"
 //
 // Characters are classified with the multibyte family (_ismbcspace, _ismbcalnum, ...), byte by byte.
-// Only the conversions between code pages can fail. A call takes time in proportion to its text.
+// Only the conversions between code pages can fail. A call takes time in proportion to its text unless it
+// says otherwise.
 #pragma once
 
 #include "zk_export.h"
@@ -29,7 +30,8 @@ ZK_UTIL_API void omMakeUpper(CString& text);
 /// The text with `_` for every character that is not alphanumeric (_ismbcalnum).
 ZK_UTIL_API CString convertToStrictAlphaNum(CString const& text);
 
-/// The text with the first letter of each part between "-" in lower case. Parts lose their blanks at both ends.
+/// The text with the first letter of each part between "-" in lower case. Parts lose their blanks at both
+/// ends.
 ZK_UTIL_API CString toLowerCaseFirstLetter(CString const& text);
 
 /// An identifier as a label: a blank before each run of capitals but the first character.
@@ -67,7 +69,8 @@ ZK_UTIL_API int omFindExactString(CString const& word, CString const& text);
 /// Whether `word` is an element of `list`, which is separated by any of ",;" with blanks around; with case.
 ZK_UTIL_API bool omFindExactString2(CString const& word, CString const& list);
 
-/// The position of the first element that equals `text` without case; null if there is none.
+/// The position of the first element that equals `text` without case; null if there is none. Takes time in
+/// proportion to the list up to there.
 ZK_UTIL_API POSITION omFindInStringListNoCase(CStringList const& list, CString const& text);
 
 /// Whether the text starts with "{\rtf".
@@ -90,7 +93,9 @@ ZK_UTIL_API void zkyEatOneToken(CString& text, CString& token, int const* table)
 ZK_UTIL_API CString zkyGetShortAlphaNumString(std::istream& in);
 
 /// Replaces each match of the regular expression `pattern` by `replacement`, in which $& and $0 to $9 stand
-/// for what matched (SPString::s). A text without a match stays as it is; in one with a match all from a NUL on goes.
+/// for what matched (SPString::s). Takes the time that the matches of the expression take (Regexp).
+///
+/// A text without a match stays as it is; in one with a match all from a NUL on goes.
 ZK_UTIL_API void omReplaceToken(CString& text, CString const& pattern, CString const& replacement);
 
 // -- Code pages ------------------------------------------------------------------------

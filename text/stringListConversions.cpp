@@ -1,7 +1,7 @@
 #include "text/stringListConversions.h"
 
+#include "platform/classlib/blanks.h"
 #include "platform/classlib/textSearch.h"
-#include "text/blanks.h"
 #include "text/reserve.h"
 
 #include <array>

@@ -4,7 +4,7 @@
 //   omConvertStringListToString(parts.get(), "+");           // "a+b"
 //
 // A text with n separators has n + 1 parts, empty ones included, before any is dropped. Returned lists
-// are created with `new` (block size 10) and owned by the caller. Linear time.
+// are created with `new` and owned by the caller. Linear time.
 #pragma once
 
 #include "zk_export.h"

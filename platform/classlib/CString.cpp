@@ -1,5 +1,7 @@
 #include "platform/classlib/CString.h"
 
+#include "platform/classlib/blanks.h"
+
 #include <algorithm>
 #include <climits>
 #include <cstring>
@@ -10,11 +12,6 @@
 namespace {
 
 constexpr std::size_t maximalLength = INT_MAX - 1;
-
-bool isBlank(char character) noexcept
-{
-    return character == ' ' || (character >= '\t' && character <= '\r');
-}
 
 char upperOf(char character) noexcept
 {
@@ -255,7 +252,7 @@ CString& CString::MakeReverse() noexcept
 CString& CString::TrimLeft() noexcept
 {
     int first = 0;
-    while (first < length_ && isBlank(data_[first]))
+    while (first < length_ && zk::isBlank(data_[first]))
         ++first;
     Delete(0, first);
     return *this;
@@ -278,7 +275,7 @@ CString& CString::TrimLeft(char const* characters) noexcept
 CString& CString::TrimRight() noexcept
 {
     int end = length_;
-    while (end > 0 && isBlank(data_[end - 1]))
+    while (end > 0 && zk::isBlank(data_[end - 1]))
         --end;
     setLength(end);
     return *this;

@@ -6,7 +6,7 @@
 namespace zk {
 
 /// A space, or one of \t \n \v \f \r: what CString::Trim takes off.
-constexpr bool isBlank(char character)
+constexpr bool isBlank(char character) noexcept
 {
     return character == ' ' || (character >= '\t' && character <= '\r');
 }
