@@ -1,7 +1,10 @@
-// Encoders and decoders take any bytes; decoding what was encoded gives the text again.
+// Encoders and decoders take any bytes; decoding what was encoded gives the text again, and both do what
+// replacing one form after the other does.
 #include "text/URLParams.h"
 #include "text/base64.h"
 #include "text/escapes.h"
+
+#include "tests/text/stepwiseEscapes.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -38,12 +41,20 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     CString const given(text.data(), int(text.size()));
     CString url(given);
     omEncodeUrl(url);
+    if (url != zk::test::stepwiseUrlEncoded(given))
+        std::abort();
     omDecodeUrl(url);
     if (url != given)
         std::abort();
-    if (omXMLEncodedValue2String(omString2XMLEncodedValue(given)) != CString(given.GetString()))
+    omDecodeUrl(url);
+    if (url != zk::test::stepwiseUrlDecoded(given))
         std::abort();
-    omXMLEncodedValue2String(given);
+    CString const value(given.GetString());  // XML values end at a NUL
+    CString const xml = omString2XMLEncodedValue(given);
+    if (xml != zk::test::stepwiseXmlEncoded(value) || omXMLEncodedValue2String(xml) != value)
+        std::abort();
+    if (omXMLEncodedValue2String(given) != zk::test::stepwiseXmlDecoded(value))
+        std::abort();
 
     URLParams params;
     omGetParamsFromUri(given, params, block % 2 == 0);

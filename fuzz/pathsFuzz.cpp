@@ -1,4 +1,4 @@
-// Path cleaning against the stepwise way, on any bytes and every option.
+// Paths against the stepwise way, on any bytes and every option.
 #include "files/paths.h"
 
 #include "platform/os/os.h"
@@ -31,8 +31,17 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     if (cleaned.view() != zk::test::stepwiseCleanPath(text, separator, keepCase, resolveDots, collapse))
         std::abort();
 
-    CString way, dir, file, extension;
+    CString way("old");
     omGetRelativePath(cut, cleaned, way, separator);
-    ParseToDirFileNameAndExtension(cut, dir, file, extension);
+    if (way.view() !=
+        zk::test::stepwiseRelativePath(std::string(cut.view()), std::string(cleaned.view()), "old",
+                                       separator))
+        std::abort();
+
+    CString dir, file, extension;
+    ParseToDirFileNameAndExtension(CString(std::string_view(text)), dir, file, extension);
+    zk::test::PathParts const parts = zk::test::stepwiseParts(text);
+    if (dir.view() != parts.dir || file.view() != parts.file || extension.view() != parts.extension)
+        std::abort();
     return 0;
 }

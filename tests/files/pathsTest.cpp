@@ -1,8 +1,12 @@
 #include "files/paths.h"
 
 #include "platform/os/os.h"
+#include "tests/files/stepwisePaths.h"
 
 #include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -79,6 +83,12 @@ TEST_F(PathAlgebra, takesALeadingSlashForAbsoluteWhereItIsNative)
 
     EXPECT_TRUE(omIsAbsolutePath("/x"));
     EXPECT_FALSE(omIsAbsolutePath("\\x"));
+}
+
+TEST_F(PathAlgebra, takesANameBeforeAColonForAbsoluteWhereThePageHasItsLetters)
+{
+    for (unsigned code = 128; code < 256; ++code)
+        EXPECT_EQ(omIsAbsolutePath("a" + CString(char(code), 1) + ":x"), _ismbcalnum(code) != 0) << code;
 }
 
 struct Parsed {
@@ -224,6 +234,53 @@ TEST_F(PathAlgebra, appendsTheWayButAssignsATargetWithoutOne)
 
     EXPECT_STREQ(appended, "old..\\b");
     EXPECT_STREQ(assigned, "D:\\a");
+}
+
+// All paths of up to five characters.
+std::vector<std::string> shortPaths(std::string const& alphabet)
+{
+    std::vector<std::string> paths = {""};
+    for (std::size_t i = 0; i < paths.size() && paths[i].size() < 5; ++i)
+        for (char const character : alphabet)
+            paths.push_back(paths[i] + character);
+    return paths;
+}
+
+TEST_F(PathAlgebra, findsTheWayBetweenAnyTwoShortPaths)
+{
+    std::vector<std::string> const paths = shortPaths("aA/");
+    for (std::string const& target : paths) {
+        for (std::string const& base : paths) {
+            CString way("r/");
+
+            omGetRelativePath(target.c_str(), base.c_str(), way, '/');
+
+            ASSERT_EQ(way.view(), zk::test::stepwiseRelativePath(target, base, "r/", '/'))
+                << target << " from " << base;
+        }
+    }
+}
+
+TEST_F(PathAlgebra, takesAnyShortPathApartWithoutALoss)
+{
+    for (std::string const& path : shortPaths("a./\\")) {
+        for (char const* const version : {"", "@@\\main\\3.x", "@@/main/3.x", "@@/main/1@@\\main\\2"}) {
+            std::string const whole = path + version;
+            CString dir, file, extension;
+
+            ParseToDirFileNameAndExtension(whole.c_str(), dir, file, extension);
+
+            zk::test::PathParts const parts = zk::test::stepwiseParts(whole);
+            ASSERT_EQ(dir.view(), parts.dir) << whole;
+            ASSERT_EQ(file.view(), parts.file) << whole;
+            ASSERT_EQ(extension.view(), parts.extension) << whole;
+            std::size_t const separator = dir.view().size() + (file.view().size() < whole.size());
+            ASSERT_EQ(std::string(dir.view()) +
+                          whole.substr(dir.view().size(), separator - dir.view().size()) +
+                          std::string(file.view()),
+                      whole);
+        }
+    }
 }
 
 TEST_F(PathAlgebra, trimsAllSeparatorsOffTheWay)

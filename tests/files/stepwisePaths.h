@@ -3,6 +3,7 @@
 // Slow and obvious: the yardstick for the functions that do it in one pass.
 #pragma once
 
+#include <algorithm>
 #include <string>
 
 namespace zk::test {
@@ -119,6 +120,62 @@ inline std::string stepwiseCleanPath(std::string path, char separator, bool keep
     if (isDoubledAtStart)
         path.insert(0, one);
     return path;
+}
+
+inline std::string stepwiseLower(std::string text)
+{
+    for (char& character : text)
+        if (character >= 'A' && character <= 'Z')
+            character = char(character - 'A' + 'a');
+    return text;
+}
+
+/// What omGetRelativePath makes of `result`.
+inline std::string stepwiseRelativePath(std::string const& target, std::string const& base,
+                                        std::string result, char separator)
+{
+    std::string const lowerTarget = stepwiseLower(target + separator);
+    std::string const lowerBase = stepwiseLower(base + separator);
+    std::size_t const shorter = std::min(lowerTarget.size(), lowerBase.size());
+    std::size_t shared = std::string::npos;
+    for (std::size_t i = 0; i < shorter && lowerTarget[i] == lowerBase[i]; ++i)
+        if (lowerTarget[i] == separator)
+            shared = i;
+    if (shared == std::string::npos)
+        return target;
+    for (std::size_t i = shared + 1; i < lowerBase.size(); ++i)
+        if (lowerBase[i] == separator)
+            result += std::string("..") + separator;
+    std::string const whole = target + separator;
+    std::size_t const left = whole.size() - (shared + 1);
+    result += whole.substr(whole.size() - left);
+    while (!result.empty() && result.back() == separator)
+        result.pop_back();
+    return result;
+}
+
+struct PathParts {
+    std::string dir;
+    std::string file;
+    std::string extension;
+};
+
+/// What ParseToDirFileNameAndExtension makes of a path, with three empty results.
+inline PathParts stepwiseParts(std::string const& path)
+{
+    std::string head = path;  // without the mark of a stored version, and what follows
+    for (char const* const mark : {"@@\\main\\", "@@/main/"})
+        head = head.substr(0, head.find(mark));
+    std::size_t start = head.size();
+    while (start > 0 && head[start - 1] != '/' && head[start - 1] != '\\')
+        --start;
+    PathParts parts{path.substr(0, start), path.substr(start), ""};
+    if (!parts.dir.empty())
+        parts.dir.pop_back();  // the separator
+    std::string const name = head.substr(start);
+    if (name.find('.') != std::string::npos)
+        parts.extension = name.substr(name.rfind('.') + 1);
+    return parts;
 }
 
 }  // namespace zk::test

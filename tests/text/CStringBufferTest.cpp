@@ -167,6 +167,7 @@ TEST(CStringBuffer, takesItsOwnTextAndPartsOfIt)
     EXPECT_STREQ(roomy.getBuffer(), "xyxy");
 }
 
+// Of what is done here no more than the result shows: a capacity that no int holds, made one, is refused as well.
 TEST(CStringBuffer, refusesMoreThanAnIntCanCount)
 {
     EXPECT_THROW(CStringBuffer buffer(INT_MAX), std::bad_alloc);

@@ -1,10 +1,10 @@
 #include "text/Regexp.h"
 
 #include "platform/classlib/textTables.h"
+#include "tests/support/ScopedLocale.h"
 #include "tests/text/expressionSupport.h"
 
 #include <cctype>
-#include <clocale>
 #include <cstring>
 #include <string>
 #include <type_traits>
@@ -331,24 +331,6 @@ TEST(Regexp, keepsItsGroupsWithoutCaseWhereNothingWasTried)
 
     EXPECT_EQ(expression.getgroup(0).start(), 1);
 }
-
-namespace {
-
-class ScopedLocale {
-public:
-    explicit ScopedLocale(char const* name)
-        : before_(std::setlocale(LC_ALL, nullptr)), isSet_(std::setlocale(LC_ALL, name) != nullptr)
-    {
-    }
-    ~ScopedLocale() { std::setlocale(LC_ALL, before_.c_str()); }
-    bool isSet() const { return isSet_; }
-
-private:
-    std::string before_;
-    bool isSet_;
-};
-
-}  // namespace
 
 TEST(Regexp, foldsAsTheLocaleInForceDoes)
 {

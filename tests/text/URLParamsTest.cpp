@@ -65,6 +65,11 @@ TEST(URLParams, findANameAlsoAtTheEndOfALongerOne)
     EXPECT_STREQ(params.getParam("x"), "1");
 }
 
+TEST(URLParams, endAValueAtTheMarkBehindItsName)
+{
+    EXPECT_STREQ(URLParams(CString("a&b=1")).getParam("a&b"), "1");
+}
+
 TEST(URLParams, giveTheFirstOfTwoPairsOfAName)
 {
     URLParams const params(CString("a=1&a=2"));

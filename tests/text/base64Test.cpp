@@ -250,8 +250,10 @@ TEST(Base64, takesAStreamForATextOfItsOwn)
     std::ostringstream ignored;
     encoder.encode(open, ignored);
     decoder.decode(openCode, ignored);
-    EXPECT_EQ(encoder.encode("foo", 3, out), 4);
-    EXPECT_EQ(decoder.decode("Zm9v", 4, out), 3);
+    ASSERT_EQ(encoder.encode("foo", 3, out), 4);
+    EXPECT_EQ(std::string(out, 4), "Zm9v");
+    ASSERT_EQ(decoder.decode("Zm9v", 4, out), 3);
+    EXPECT_EQ(std::string(out, 3), "foo");
 }
 
 }  // namespace

@@ -2,10 +2,12 @@
 
 #include "platform/classlib/clock.h"
 #include "platform/os/os.h"
+#include "tests/support/ScopedLocale.h"
 #include "tests/support/ScopedTimeZone.h"
 
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <string>
 
 namespace {
@@ -42,6 +44,36 @@ TEST(DateAndUser, tellsTheLocalTimeAndTheNameOfItsZone)
     ScopedTimeZone const zone("EST5");
 
     EXPECT_EQ(timeAt(midnight), told("7:00", zone, "PM"));
+}
+
+TEST(DateAndUser, tellsTheLocalTimeEastOfGreenwich)
+{
+    ScopedTimeZone const zone("ABC-2");
+
+    EXPECT_EQ(timeAt(midnight), told("2:00", zone, "AM"));
+    EXPECT_EQ(timeAt(midnight + 11 * secondsPerHour), told("1:00", zone, "PM"));
+    zk::ScopedClock const clock(midnight + 22 * secondsPerHour);
+    EXPECT_STREQ(omGetCurrentDate(), "Wed, 12, Sep 2001 ");
+}
+
+TEST(DateAndUser, tellsTheDateWithTheNamesOfTheLocaleInForce)
+{
+    ScopedTimeZone const zone("UTC0");
+    zk::ScopedClock const clock(midnight);
+    for (char const* const name : {"German_Germany.1252", "de_DE.UTF-8", "fr_FR.UTF-8"}) {
+        ScopedLocale const other(name);
+        std::tm day{};
+        day.tm_wday = 2;
+        day.tm_mon = 8;
+        char names[64];
+        std::strftime(names, sizeof names, "%a, 11, %b 2001 ", &day);
+        if (!other.isSet() || std::string(names).starts_with("Tue"))
+            continue;
+
+        EXPECT_STREQ(omGetCurrentDate(), names);
+        return;
+    }
+    GTEST_SKIP() << "there is no locale here with other names of days";
 }
 
 TEST(DateAndUser, tellsTheDate)

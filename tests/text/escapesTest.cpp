@@ -1,8 +1,12 @@
 #include "text/escapes.h"
 
+#include "tests/text/stepwiseEscapes.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
+
+using namespace zk::test;
 
 namespace {
 
@@ -16,59 +20,6 @@ CString decodedUrl(CString text)
 {
     omDecodeUrl(text);
     return text;
-}
-
-// Each form replaced through the whole text, one after the other: the yardstick for one pass.
-struct Replacement {
-    char const* from;
-    char const* to;
-};
-
-CString replaced(CString text, std::initializer_list<Replacement> inOrder)
-{
-    for (Replacement const& replacement : inOrder)
-        text.Replace(replacement.from, replacement.to);
-    return text;
-}
-
-CString stepwiseXmlEncoded(CString const& text)
-{
-    return replaced(text, {{"&", "&amp;"}, {"\"", "&quot;"}, {"'", "&apos;"}, {"<", "&lt;"}, {">", "&gt;"}});
-}
-
-CString stepwiseXmlDecoded(CString const& text)
-{
-    return replaced(text, {{"&gt;", ">"}, {"&lt;", "<"}, {"&apos;", "'"}, {"&quot;", "\""}, {"&amp;", "&"}});
-}
-
-CString stepwiseUrlEncoded(CString const& text)
-{
-    return replaced(text,
-                    {{"%", "%25"},
-                     {":", "%3A"},
-                     {"/", "%2F"},
-                     {"+", "%2B"},
-                     {"?", "%3F"},
-                     {"=", "%3D"},
-                     {"&", "%26"},
-                     {"\"", "%22"},
-                     {"#", "%23"},
-                     {" ", "%20"}});
-}
-
-CString stepwiseUrlDecoded(CString const& text)
-{
-    return replaced(text,
-                    {{"%3A", ":"},
-                     {"%2F", "/"},
-                     {"%2B", "+"},
-                     {"%3F", "?"},
-                     {"%3D", "="},
-                     {"%26", "&"},
-                     {"%22", "\""},
-                     {"%23", "#"},
-                     {"%20", " "},
-                     {"%25", "%"}});
 }
 
 TEST(Escapes, writeXmlTextWithEntities)

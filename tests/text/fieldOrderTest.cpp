@@ -58,6 +58,7 @@ TEST(FieldOrder, ofAnEncoderIsStateAndBufferSize)
     EXPECT_EQ(fields.result, ('d' & 3) << 4);
     EXPECT_EQ(fields.stepcount, 1);
     EXPECT_EQ(fields.buffersize, 77);
+    EXPECT_EQ(zk::test::readFields<Fields>(base64::encoder()).buffersize, 4096);
 }
 
 TEST(FieldOrder, ofParametersIsTextAndFlag)
@@ -89,9 +90,36 @@ TEST(FieldOrder, ofAParserBeginsWithItsAlphabetAndItsWords)
     miniParser::charType kind = miniParser::charUnknown;
     EXPECT_TRUE(fieldAt<Alphabet>(parser, behindTable).Lookup('#', kind));
     EXPECT_EQ(kind, miniParser::charPreprocessor);
+    EXPECT_EQ(fieldAt<Alphabet>(parser, behindTable).GetHashTableSize(), 17u);
     char const* const words[] = {"([{<", ")]}>", "ifdef", "ifndif", "endif"};
     for (std::size_t i = 0; i < 5; ++i)
         EXPECT_STREQ(fieldAt<CString>(parser, strings + i * sizeof(CString)), words[i]);
+}
+
+// A parser in the middle of a text.
+class OpenParser : public miniParser {
+public:
+    OpenParser()
+    {
+        int at = 0;
+        checkIfdefStart("#ifdef", at);
+        at = 0;
+        checkIfdefStart("#ifdef", at);
+        at = 0;
+        checkHardStart("'", at, 1);
+    }
+};
+
+TEST(FieldOrder, ofAParserGoesOnWithStateLevelAndOpenBlock)
+{
+    using Alphabet = CMap<char, char, miniParser::charType, miniParser::charType>;
+    constexpr std::size_t state = behindTable + sizeof(Alphabet) + 5 * sizeof(CString);
+    OpenParser const parser;
+
+    EXPECT_EQ(fieldAt<std::int32_t>(parser, state), 0);
+    EXPECT_EQ(fieldAt<std::int32_t>(parser, state + 4), 2);
+    EXPECT_TRUE(fieldAt<bool>(parser, state + 8));
+    EXPECT_EQ(fieldAt<char>(parser, state + 9), '\'');
 }
 
 }  // namespace

@@ -97,6 +97,24 @@ TEST(StringListConversions, cutAtASetOrAtAWholeDelimiter)
     }
 }
 
+TEST(StringListConversions, trimEachOfTheSixBlanks)
+{
+    for (char const* blank : {" ", "\t", "\n", "\v", "\f", "\r"}) {
+        SCOPED_TRACE(testing::Message() << "blank " << int(*blank));
+        std::string const text = blank + std::string("a") + blank + "," + blank + "b" + blank + ",";
+        std::string const untouched = blank + std::string("a") + blank;
+        CString const xml = CString("<t>") + untouched.c_str() + "</t><t>" + blank + "</t>";
+
+        EXPECT_EQ(taken(omConvertStringToStringList(text.c_str(), ",", 0, 0)), (Parts{"a", "b"}));
+        EXPECT_EQ(taken(omConvertStringToStringList(text.c_str(), ",;", 0, 0)), (Parts{"a", "b"}));
+        EXPECT_EQ(taken(omConvertStringToStringListWithoutTrim(text.c_str(), ",", 0, 0))[0], untouched);
+        EXPECT_EQ(split2(text.c_str(), ',', 0, 0), (Parts{"a", "b"}));
+        EXPECT_EQ(split2(text.c_str(), ',', 0, 1)[0], untouched);
+        EXPECT_EQ(taken(omConvertTemplateParamsStringToStringList(text.c_str())), (Parts{"a", "b"}));
+        EXPECT_EQ(taken(omConvertXmlMultiStringToStringList(xml, "t", 1)), (Parts{"a"}));
+    }
+}
+
 TEST(StringListConversions, appendTheirPartsToAList)
 {
     EXPECT_EQ(split2(" a ,, b", ',', 0, 0), (Parts{"a", "b"}));

@@ -139,6 +139,18 @@ TEST(OMGrammar, makesPluralsInTheCaseOfTheLastLetter)
         EXPECT_STREQ(OMGrammar::makePlural(row.text), row.expected) << row.text;
 }
 
+TEST(OMGrammar, takesBytesAboveAsciiForWhatThePageSays)
+{
+    for (unsigned code = 128; code < 256; ++code) {
+        CString const byte(char(code), 1);
+
+        EXPECT_STREQ(OMGrammar::capitalize(byte),
+                     _ismbcupper(code) ? byte : CString(char(_mbctoupper(code)), 1))
+            << code;
+        EXPECT_STREQ(OMGrammar::makePlural(byte), byte + (_ismbcupper(code) ? "S" : "s")) << code;
+    }
+}
+
 class OwnSpellChecker : public SpellChecker {
 public:
     OwnSpellChecker() { m_spellChecker = this; }

@@ -39,6 +39,19 @@ TEST(MultibyteCharacters, haveTheKindsOfAscii)
               "!\"#$%&'()*+,-./:;<=>?@[\\]^_`{|}~");
 }
 
+TEST(MultibyteCharacters, haveNoKindAboveAsciiWhereThePageIsUtf8)
+{
+    if (GetACP() != CP_UTF8)
+        GTEST_SKIP() << "the code page is another one";
+    for (unsigned int c = 128; c < 256; ++c) {
+        EXPECT_FALSE(_ismbcspace(c) || _ismbcdigit(c) || _ismbcupper(c) || _ismbclower(c) || _ismbcalpha(c) ||
+                     _ismbcalnum(c) || _ismbcpunct(c))
+            << c;
+        EXPECT_EQ(_mbctolower(c), c);
+        EXPECT_EQ(_mbctoupper(c), c);
+    }
+}
+
 TEST(MultibyteCharacters, areVisibleFromExclamationMarkToTilde)
 {
     for (unsigned int c = 0; c < 128; ++c) {

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <future>
 #include <string>
 #include <thread>
@@ -155,6 +156,28 @@ TEST(Clipboard, isLeftAloneWhileAnotherThreadHasItOpen)
     other.join();
     EXPECT_EQ(onClipboard(CF_TEXT), "old");
     EXPECT_EQ(onClipboard(htmlFormat()), absent);
+}
+
+TEST(Clipboard, takesAPlainTextWhole)
+{
+    omCopyToClipboardText(CString("a\0b", 3), true);
+
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    HANDLE const block = GetClipboardData(CF_TEXT);
+    ASSERT_NE(block, nullptr);
+    ASSERT_GE(GlobalSize(block), 4u);
+    EXPECT_EQ(std::memcmp(GlobalLock(block), "a\0b", 4), 0);
+    GlobalUnlock(block);
+    CloseClipboard();
+}
+
+TEST(Clipboard, takesHtmlThatIsNoTextOfThePageAsItIs)
+{
+    if (GetACP() != CP_UTF8)
+        GTEST_SKIP() << "each byte is a character of this code page";
+    omCopyToClipboardHTML("a\xFF", true);
+
+    EXPECT_NE(onClipboard(htmlFormat()).find("<BODY>\n\ta\xFF\n\t</BODY>"), std::string::npos);
 }
 
 TEST(Clipboard, takesHtmlUpToItsFirstNul)
