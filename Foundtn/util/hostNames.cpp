@@ -1,27 +1,17 @@
-#include "platform/os/socketNames.h"
-
 #include "Foundtn/util/hostNames.h"
 
-#include <cstring>
+#include "platform/os/hostName.h"
 
 CString zkGetLocalHostName()
 {
-    char name[63];
-    if (gethostname(name, sizeof name) != 0)
-        return CString();
-    name[sizeof name - 1] = '\0';
-    return name;
+    constexpr std::size_t room = 63;  // of the name with its NUL
+    std::string const name = zk::os::hostName();
+    return name.size() < room ? CString(name) : CString();
 }
 
 CString zkConvertHostnameToIP(CString host)
 {
     if (host.IsEmpty())
         host = zkGetLocalHostName();
-    hostent const* const entry = gethostbyname(host);
-    in_addr address{};
-    if (!entry || entry->h_addrtype != AF_INET || entry->h_length != static_cast<int>(sizeof address) ||
-        !entry->h_addr_list[0])
-        return CString();
-    std::memcpy(&address, entry->h_addr_list[0], sizeof address);
-    return inet_ntoa(address);
+    return CString(zk::os::ipv4Address(std::string(host.view())));
 }

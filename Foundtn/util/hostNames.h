@@ -1,7 +1,6 @@
 // hostNames.h: this machine's name, and the address of a machine.
 //
 // On Windows the caller has started the socket library (WSAStartup) before.
-// One thread at a time: the system keeps its answer in one place.
 #pragma once
 
 #include "platform/classlib/CString.h"

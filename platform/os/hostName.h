@@ -34,4 +34,7 @@ ZK_UTIL_API std::string hostName();
 /// Needs the socket library. May ask other machines, and so take seconds.
 ZK_UTIL_API std::string officialHostName(std::string const& name);
 
+/// The first IPv4 address of a machine, with dots; empty if it has none. The same needs and the same time.
+ZK_UTIL_API std::string ipv4Address(std::string const& name);
+
 }  // namespace zk::os
