@@ -2,6 +2,7 @@
 
 #include "platform/os/posix/fileAttributes.h"
 #include "platform/os/posix/lastError.h"
+#include "platform/os/posix/systemCalls.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -26,12 +27,17 @@ bool isReadOnlyFile(char const* path) noexcept
 
 int _access(char const* path, int mode) noexcept
 {
+    using namespace zk::os;
+
     if (!path || (mode & ~(readMode | writeMode)) != 0) {
         errno = EINVAL;
         return -1;
     }
     int const wanted = ((mode & readMode) != 0 ? R_OK : 0) | ((mode & writeMode) != 0 ? W_OK : 0);
-    if (faccessat(AT_FDCWD, path, wanted == 0 ? F_OK : wanted, AT_EACCESS) != 0)
+    auto const ask = [&] {
+        return systemCalls().faccessat(AT_FDCWD, path, wanted == 0 ? F_OK : wanted, AT_EACCESS);
+    };
+    if (uninterrupted(ask) != 0)
         return -1;
     if ((mode & writeMode) != 0 && isReadOnlyFile(path)) {
         errno = EACCES;

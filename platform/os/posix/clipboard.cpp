@@ -3,12 +3,13 @@
 #include "platform/os/posix/globalMemory.h"
 #include "platform/os/posix/lastError.h"
 #include "platform/os/posix/neverDestroyed.h"
+#include "platform/os/posix/shieldedLock.h"
+#include "platform/os/posix/textOperations.h"
 
 #include <map>
 #include <mutex>
 #include <optional>
 #include <string>
-#include <strings.h>
 #include <thread>
 
 using zk::os::report;
@@ -22,7 +23,7 @@ constexpr UINT lastNamedFormat = 0xFFFF;
 struct ComesBefore {
     bool operator()(std::string const& left, std::string const& right) const noexcept
     {
-        return strcasecmp(left.c_str(), right.c_str()) < 0;
+        return _stricmp(left.c_str(), right.c_str()) < 0;
     }
 };
 
@@ -46,7 +47,7 @@ Clipboard& clipboard() noexcept
 
 BOOL OpenClipboard(HWND) noexcept
 {
-    std::lock_guard const lock(clipboard().mutex);
+    zk::os::ShieldedLock const lock(clipboard().mutex);
     if (clipboard().openBy && !clipboard().isOpenHere())
         return report(ERROR_ACCESS_DENIED);
     clipboard().openBy = std::this_thread::get_id();
@@ -55,7 +56,7 @@ BOOL OpenClipboard(HWND) noexcept
 
 BOOL CloseClipboard() noexcept
 {
-    std::lock_guard const lock(clipboard().mutex);
+    zk::os::ShieldedLock const lock(clipboard().mutex);
     if (!clipboard().isOpenHere())
         return report(ERROR_CLIPBOARD_NOT_OPEN);
     clipboard().openBy.reset();
@@ -64,7 +65,7 @@ BOOL CloseClipboard() noexcept
 
 BOOL EmptyClipboard() noexcept
 {
-    std::lock_guard const lock(clipboard().mutex);
+    zk::os::ShieldedLock const lock(clipboard().mutex);
     if (!clipboard().isOpenHere())
         return report(ERROR_CLIPBOARD_NOT_OPEN);
     for (auto const& [format, block] : clipboard().blocks)
@@ -75,7 +76,7 @@ BOOL EmptyClipboard() noexcept
 
 HANDLE SetClipboardData(UINT format, HANDLE block) noexcept
 try {
-    std::lock_guard const lock(clipboard().mutex);
+    zk::os::ShieldedLock const lock(clipboard().mutex);
     if (!clipboard().isOpenHere() || format == 0) {
         SetLastError(ERROR_CLIPBOARD_NOT_OPEN);
         return nullptr;
@@ -95,7 +96,7 @@ try {
 
 HANDLE GetClipboardData(UINT format) noexcept
 {
-    std::lock_guard const lock(clipboard().mutex);
+    zk::os::ShieldedLock const lock(clipboard().mutex);
     if (!clipboard().isOpenHere()) {
         SetLastError(ERROR_CLIPBOARD_NOT_OPEN);
         return nullptr;
@@ -106,7 +107,7 @@ HANDLE GetClipboardData(UINT format) noexcept
 
 BOOL IsClipboardFormatAvailable(UINT format) noexcept
 {
-    std::lock_guard const lock(clipboard().mutex);
+    zk::os::ShieldedLock const lock(clipboard().mutex);
     return clipboard().blocks.count(format) != 0;
 }
 
@@ -116,7 +117,7 @@ try {
         SetLastError(ERROR_INVALID_NAME);
         return 0;
     }
-    std::lock_guard const lock(clipboard().mutex);
+    zk::os::ShieldedLock const lock(clipboard().mutex);
     auto& names = clipboard().names;
     auto const known = names.find(name);
     if (known != names.end())

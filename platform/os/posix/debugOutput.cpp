@@ -3,6 +3,7 @@
 #include "platform/os/posix/environment.h"
 #include "platform/os/posix/lastError.h"
 #include "platform/os/posix/systemCalls.h"
+#include "platform/os/posix/writing.h"
 
 #include <atomic>
 #include <cstdlib>
@@ -25,8 +26,10 @@ bool isWanted() noexcept
 // Whole texts at once, past the buffers of the C library. What cannot be written is lost.
 void writeToStandardError(char const* text) noexcept
 {
+    NoPipeSignal const guard;
     for (std::size_t left = std::strlen(text); left > 0;) {
-        ssize_t const written = uninterrupted([&] { return systemCalls().write(STDERR_FILENO, text, left); });
+        ssize_t const written =
+            whenReady(STDERR_FILENO, POLLOUT, [&] { return systemCalls().write(STDERR_FILENO, text, left); });
         if (written <= 0)
             return;
         text += written;

@@ -3,6 +3,7 @@
 #include "platform/os/posix/characters.h"
 #include "platform/os/posix/lastError.h"
 #include "platform/os/posix/outOfMemory.h"
+#include "platform/os/posix/shieldedLock.h"
 #include "platform/os/posix/systemCalls.h"
 
 #include <cerrno>
@@ -76,14 +77,14 @@ std::string userName()
 
 std::optional<std::string> environmentVariable(char const* name)
 {
-    std::lock_guard const lock(environmentMutex);
+    ShieldedLock const lock(environmentMutex);
     char const* const value = std::getenv(name);
     return value ? std::optional<std::string>(value) : std::nullopt;
 }
 
 std::vector<std::string> environmentSnapshot()
 {
-    std::lock_guard const lock(environmentMutex);
+    ShieldedLock const lock(environmentMutex);
     std::vector<std::string> variables;
     for (char** variable = environ; variable && *variable; ++variable)
         variables.emplace_back(*variable);
@@ -96,7 +97,7 @@ using namespace zk::os;
 
 DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR value, DWORD room) noexcept
 {
-    std::lock_guard const lock(environmentMutex);
+    ShieldedLock const lock(environmentMutex);
     char const* const found = name && *name ? std::getenv(name) : nullptr;
     if (!found) {
         SetLastError(ERROR_ENVVAR_NOT_FOUND);
@@ -115,7 +116,7 @@ BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value) noexcept
         return report(ERROR_ENVVAR_NOT_FOUND);
     if (!*name || std::strchr(name, '='))
         return report(ERROR_INVALID_PARAMETER);
-    std::lock_guard const lock(environmentMutex);
+    ShieldedLock const lock(environmentMutex);
     int const result = value ? systemCalls().setenv(name, value, 1) : systemCalls().unsetenv(name);
     return report(result == 0 ? ERROR_SUCCESS : errorFromErrno(errno));
 }

@@ -2,7 +2,9 @@
 
 #include "platform/os/posix/lastError.h"
 #include "platform/os/posix/neverDestroyed.h"
+#include "platform/os/posix/shieldedLock.h"
 
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <new>
@@ -50,9 +52,13 @@ try {
         SetLastError(ERROR_INVALID_PARAMETER);
         return nullptr;
     }
+    if (size == SIZE_MAX) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return nullptr;
+    }
     // One byte at the least, so that an empty block has an address too.
     std::unique_ptr<char[]> memory(flags & GMEM_ZEROINIT ? new char[size + 1]() : new char[size + 1]);
-    std::lock_guard const lock(blocks().mutex);
+    zk::os::ShieldedLock const lock(blocks().mutex);
     HGLOBAL const handle = reinterpret_cast<HGLOBAL>(blocks().lastHandle += 4);
     blocks().byHandle.emplace(handle, Block{std::move(memory), size, 0});
     return handle;
@@ -63,7 +69,7 @@ try {
 
 LPVOID GlobalLock(HGLOBAL handle) noexcept
 {
-    std::lock_guard const lock(blocks().mutex);
+    zk::os::ShieldedLock const lock(blocks().mutex);
     Block* const block = find(handle);
     if (!block)
         return nullptr;
@@ -73,7 +79,7 @@ LPVOID GlobalLock(HGLOBAL handle) noexcept
 
 BOOL GlobalUnlock(HGLOBAL handle) noexcept
 {
-    std::lock_guard const lock(blocks().mutex);
+    zk::os::ShieldedLock const lock(blocks().mutex);
     Block* const block = find(handle);
     if (!block)
         return FALSE;
@@ -87,7 +93,7 @@ BOOL GlobalUnlock(HGLOBAL handle) noexcept
 
 SIZE_T GlobalSize(HGLOBAL handle) noexcept
 {
-    std::lock_guard const lock(blocks().mutex);
+    zk::os::ShieldedLock const lock(blocks().mutex);
     Block const* const block = find(handle);
     return block ? block->size : 0;
 }
@@ -96,7 +102,7 @@ HGLOBAL GlobalFree(HGLOBAL handle) noexcept
 {
     if (!handle)
         return nullptr;
-    std::lock_guard const lock(blocks().mutex);
+    zk::os::ShieldedLock const lock(blocks().mutex);
     if (!find(handle))
         return handle;
     blocks().byHandle.erase(handle);

@@ -1,6 +1,7 @@
 #include "platform/os/posix/handles.h"
 
 #include "platform/os/posix/neverDestroyed.h"
+#include "platform/os/posix/shieldedLock.h"
 #include "platform/os/posix/threadRecord.h"
 #include "platform/os/posix/threads.h"
 
@@ -45,14 +46,9 @@ Table& table() noexcept
     return storage.object;
 }
 
-// The table's lock, for a thread that may not be ended while it holds it.
-class TableLock {
-public:
-    TableLock() noexcept : lock_(table().mutex) { }
-
-private:
-    Shield const shield_;
-    std::lock_guard<std::mutex> const lock_;
+// The table's lock.
+struct TableLock : ShieldedLock {
+    TableLock() noexcept : ShieldedLock(table().mutex) { }
 };
 
 // Bits 2 to 22: slot + 1; from bit 24 on: generation. The two low bits are

@@ -3,12 +3,13 @@
 #include "platform/os/posix/lastError.h"
 #include "platform/os/posix/systemCalls.h"
 #include "platform/os/posix/utf8.h"
+#include "platform/os/posix/writing.h"
 
-#include <poll.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <new>
 #include <span>
 #include <string>
 #include <string_view>
@@ -114,23 +115,10 @@ std::string withUnixLines(std::string_view text)
     return result;
 }
 
-// Calls until the descriptor, which may be one that never blocks, is ready.
-template <class Call>
-ssize_t whenReady(int descriptor, short event, Call call)
-{
-    for (;;) {
-        ssize_t const result = uninterrupted(call);
-        if (result >= 0 || (errno != EAGAIN && errno != EWOULDBLOCK))
-            return result;
-        pollfd wanted = {descriptor, event, 0};
-        if (poll(&wanted, 1, -1) == -1 && errno != EINTR)
-            return -1;
-    }
-}
-
 // Nobody is left to be told when standard error fails too.
-void print(std::string_view text)
+void print(std::string_view text) noexcept
 {
+    NoPipeSignal const guard;
     while (!text.empty()) {
         ssize_t const done = whenReady(STDERR_FILENO, POLLOUT, [&] {
             return systemCalls().write(STDERR_FILENO, text.data(), text.size());
@@ -193,6 +181,21 @@ int ask(std::span<int const> buttons, std::size_t defaultIndex)
     }
 }
 
+int show(std::string_view caption, std::string_view text, std::span<int const> buttons,
+         std::size_t defaultIndex)
+{
+    std::string message;
+    if (!caption.empty())
+        message.append(caption).append(": ");
+    message += withUnixLines(text);
+    if (message.empty() || message.back() != '\n')
+        message += '\n';
+
+    bool const isShownByTerminal = isatty(STDERR_FILENO);
+    print(isShownByTerminal ? withoutControls(message) : message);
+    return isShownByTerminal && isatty(STDIN_FILENO) ? ask(buttons, defaultIndex) : buttons[defaultIndex];
+}
+
 }  // namespace
 }  // namespace zk::os
 
@@ -212,14 +215,10 @@ int MessageBoxA(HWND, LPCSTR text, LPCSTR caption, UINT type)
     if (defaultIndex >= buttons.size())
         defaultIndex = 0;
 
-    std::string message;
-    if (caption && *caption)
-        message.append(caption).append(": ");
-    message += withUnixLines(text ? text : "");
-    if (message.empty() || message.back() != '\n')
-        message += '\n';
-
-    bool const isShownByTerminal = isatty(STDERR_FILENO);
-    print(isShownByTerminal ? withoutControls(message) : message);
-    return isShownByTerminal && isatty(STDIN_FILENO) ? ask(buttons, defaultIndex) : buttons[defaultIndex];
+    try {
+        return show(caption ? caption : "", text ? text : "", buttons, defaultIndex);
+    } catch (std::bad_alloc const&) {
+        print("There is no memory left to show a message.\n");
+        return buttons[defaultIndex];
+    }
 }

@@ -3,6 +3,9 @@
 #include "platform/os/commandLine.h"
 #include "platform/os/posix/lastError.h"
 #include "platform/os/posix/loadedModules.h"
+#include "platform/os/posix/neverDestroyed.h"
+#include "platform/os/posix/outOfMemory.h"
+#include "platform/os/posix/shieldedLock.h"
 #include "platform/os/posix/systemCalls.h"
 #include "platform/os/posix/textOperations.h"
 
@@ -35,26 +38,15 @@ struct HeldModules {
 // Never destroyed: modules are given back by static destructors too.
 HeldModules& heldModules() noexcept
 {
-    static HeldModules& instance = *new HeldModules;
-    return instance;
-}
-
-// Runs `work`, which gives an error number, and turns memory that runs out into one.
-template <class Work>
-DWORD guarded(Work&& work) noexcept
-{
-    try {
-        return work();
-    } catch (std::bad_alloc const&) {
-        return ERROR_NOT_ENOUGH_MEMORY;
-    }
+    static NeverDestroyed<HeldModules> instance;
+    return instance.object;
 }
 
 // A module is held once by each handle of the linker, so one is kept and the uses are counted.
 DWORD hold(HMODULE module, void* library, bool pin)
 {
     HeldModules& held = heldModules();
-    std::lock_guard const lock(held.mutex);
+    ShieldedLock const lock(held.mutex);
     Held& entry = held.modules[module];
     if (entry.library)
         dlclose(library);
@@ -258,7 +250,7 @@ BOOL FreeLibrary(HMODULE module) noexcept
         void* released = nullptr;  // closed behind the lock: its destructors may come here again
         {
             HeldModules& held = heldModules();
-            std::lock_guard const lock(held.mutex);
+            ShieldedLock const lock(held.mutex);
             auto const entry = held.modules.find(module);
             if (entry == held.modules.end()) {
                 LoadedModule loaded;
@@ -301,10 +293,16 @@ FARPROC GetProcAddress(HMODULE module, LPCSTR name) noexcept
 
 LPSTR GetCommandLineA() noexcept
 {
-    // Never destroyed: callers keep the pointer.
-    static std::string& line = *new std::string([] {
-        PreserveLastError const kept;
-        return readCommandLine();
-    }());
-    return line.data();
+    // Callers keep the pointer.
+    static NeverDestroyed<std::string> line;
+    static NeverDestroyed<std::mutex> mutex;
+    PreserveLastError const kept;
+    ShieldedLock const lock(mutex.object);
+    try {
+        if (line.object.empty())
+            line.object = readCommandLine();
+    } catch (std::bad_alloc const&) {
+        // Asked again next time; until then the line is empty.
+    }
+    return line.object.data();
 }

@@ -6,6 +6,7 @@
 #include "platform/os/posix/profileCache.h"
 #include "platform/os/posix/profileChange.h"
 #include "platform/os/posix/systemCalls.h"
+#include "platform/os/posix/threadRecord.h"
 #include "platform/os/profileFile.h"
 
 #include <unistd.h>
@@ -218,6 +219,7 @@ DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR default
 BOOL WINAPI WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR file) noexcept
 {
     try {
+        Shield const whole;  // a thread that is ended leaves no lock file taken
         return report(change(section, key, value, file));
     } catch (std::bad_alloc const&) {
         return report(ERROR_NOT_ENOUGH_MEMORY);
@@ -237,6 +239,7 @@ BOOL WINAPI WritePrivateProfileStructA(LPCSTR section, LPCSTR key, LPVOID data, 
                                        LPCSTR file) noexcept
 {
     try {
+        Shield const whole;
         return report(writeStruct(section, key, data, size, file));
     } catch (std::bad_alloc const&) {
         return report(ERROR_NOT_ENOUGH_MEMORY);

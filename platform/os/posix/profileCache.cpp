@@ -3,6 +3,8 @@
 #include "platform/os/posix/descriptor.h"
 #include "platform/os/posix/fileStatus.h"
 #include "platform/os/posix/lastError.h"
+#include "platform/os/posix/neverDestroyed.h"
+#include "platform/os/posix/shieldedLock.h"
 
 #include <algorithm>
 #include <mutex>
@@ -48,8 +50,8 @@ struct Cache {
 
     static Cache& instance() noexcept
     {
-        static Cache& cache = *new Cache;
-        return cache;
+        static NeverDestroyed<Cache> cache;
+        return cache.object;
     }
 
     std::vector<KnownProfile>::iterator find(std::string_view path) noexcept
@@ -59,7 +61,7 @@ struct Cache {
 
     std::shared_ptr<ProfileText const> get(std::string_view path, Stamp const& stamp)
     {
-        std::lock_guard const lock(mutex);
+        ShieldedLock const lock(mutex);
         auto const found = find(path);
         return found != known.end() && found->stamp == stamp ? found->text : nullptr;
     }
@@ -67,7 +69,7 @@ struct Cache {
     void put(char const* path, Stamp const& stamp, std::shared_ptr<ProfileText const> text)
     {
         KnownProfile profile{path, stamp, std::move(text)};
-        std::lock_guard const lock(mutex);
+        ShieldedLock const lock(mutex);
         if (auto const found = find(path); found != known.end())
             *found = std::move(profile);
         else if (known.size() < room)
@@ -78,7 +80,7 @@ struct Cache {
 
     void remove(std::string_view path)
     {
-        std::lock_guard const lock(mutex);
+        ShieldedLock const lock(mutex);
         if (auto const found = find(path); found != known.end())
             known.erase(found);
     }

@@ -2,7 +2,9 @@
 
 #include "platform/os/posix/environment.h"
 #include "platform/os/posix/lastError.h"
+#include "platform/os/posix/neverDestroyed.h"
 #include "platform/os/posix/profileCache.h"
+#include "platform/os/posix/shieldedLock.h"
 #include "platform/os/posix/systemCalls.h"
 
 #include <cstring>
@@ -18,13 +20,13 @@ class OpenKeys {
 public:
     static OpenKeys& instance() noexcept
     {
-        static OpenKeys& keys = *new OpenKeys;
-        return keys;
+        static NeverDestroyed<OpenKeys> keys;
+        return keys.object;
     }
 
     HKEY add(std::string name)
     {
-        std::lock_guard const lock(mutex_);
+        ShieldedLock const lock(mutex_);
         HKEY const key = reinterpret_cast<HKEY>(next_ += 4);
         names_.emplace(key, std::move(name));
         return key;
@@ -32,7 +34,7 @@ public:
 
     bool remove(HKEY key)
     {
-        std::lock_guard const lock(mutex_);
+        ShieldedLock const lock(mutex_);
         return names_.erase(key) > 0;
     }
 
@@ -40,7 +42,7 @@ public:
     {
         if (key == HKEY_LOCAL_MACHINE)
             return std::string();
-        std::lock_guard const lock(mutex_);
+        ShieldedLock const lock(mutex_);
         auto const found = names_.find(key);
         return found == names_.end() ? std::nullopt : std::optional(found->second);
     }

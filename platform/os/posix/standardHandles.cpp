@@ -3,6 +3,7 @@
 #include "platform/os/posix/fileObject.h"
 #include "platform/os/posix/lastError.h"
 #include "platform/os/posix/outOfMemory.h"
+#include "platform/os/posix/shieldedLock.h"
 
 #include <fcntl.h>
 
@@ -60,7 +61,7 @@ HANDLE WINAPI GetStdHandle(DWORD which) noexcept
         SetLastError(ERROR_INVALID_HANDLE);
         return INVALID_HANDLE_VALUE;
     }
-    std::lock_guard const guard(standardHandles.mutex);
+    ShieldedLock const guard(standardHandles.mutex);
     std::optional<HANDLE>& handle = standardHandles.values[index];
     HANDLE made = nullptr;
     if (!handle && !report(guarded([&] { return makeHandle(int(index), made); })))
@@ -75,7 +76,7 @@ BOOL WINAPI SetStdHandle(DWORD which, HANDLE handle) noexcept
     DWORD const index = indexOf(which);
     if (index >= standardCount)
         return report(ERROR_INVALID_HANDLE);
-    std::lock_guard const guard(standardHandles.mutex);
+    ShieldedLock const guard(standardHandles.mutex);
     standardHandles.values[index] = handle;
     return TRUE;
 }

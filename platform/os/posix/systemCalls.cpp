@@ -34,6 +34,7 @@ constinit SystemCalls systemCallTable = {
     .lstat = ::lstat,
     .fstat = ::fstat,
     .statx = ::statx,
+    .faccessat = ::faccessat,
     .chmod = ::chmod,
     .fchmod = ::fchmod,
     .fchown = ::fchown,

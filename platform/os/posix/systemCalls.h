@@ -49,6 +49,7 @@ struct SystemCalls {
     int (*lstat)(char const* path, struct stat* status);
     int (*fstat)(int descriptor, struct stat* status);
     int (*statx)(int folder, char const* path, int flags, unsigned mask, struct statx* status);
+    int (*faccessat)(int folder, char const* path, int mode, int flags);
     int (*chmod)(char const* path, mode_t mode);
     int (*fchmod)(int descriptor, mode_t mode);
     int (*fchown)(int descriptor, uid_t owner, gid_t group);

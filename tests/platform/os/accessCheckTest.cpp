@@ -65,4 +65,11 @@ TEST_F(AccessCheck, doesNotLookAtTheAttributeOfAFolder)
     SetFileAttributesA(folder.path("folder").c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
+TEST_F(AccessCheck, findsNothingBelowAFile)
+{
+    folder.write("file", "x");
+
+    EXPECT_EQ(access("file/deeper", 0), -1);
+}
+
 }  // namespace

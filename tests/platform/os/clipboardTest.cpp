@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+
 #include <string>
 
 namespace {
@@ -27,6 +29,11 @@ TEST(Clipboard, numbersNamesFromC000UpToFFFF)
     EXPECT_GE(first, 0xC000u);
     EXPECT_LE(first, 0xFFFFu);
     EXPECT_EQ(RegisterClipboardFormatA("ZK Clipboard Test"), first);
+}
+
+TEST(GlobalMemory, refusesMoreThanThereCanBe)
+{
+    EXPECT_FAILS(GlobalAlloc(GMEM_MOVEABLE, SIZE_MAX), ERROR_NOT_ENOUGH_MEMORY);
 }
 
 }  // namespace
