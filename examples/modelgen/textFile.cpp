@@ -1,5 +1,6 @@
 #include "examples/modelgen/textFile.h"
 
+#include "files/fileQueries.h"
 #include "platform/classlib/CFile.h"
 
 namespace modelgen {
@@ -69,6 +70,11 @@ bool readFile(CString const& name, CString& content, CString& reason)
 
 bool replaceFile(CString const& name, CString const& content, CString& reason)
 {
+    // Not every system refuses to move over a read-only file.
+    if (omFileExist(name) && !omFileHasWritePermission(name)) {
+        reason = reasonFor(ERROR_ACCESS_DENIED);
+        return false;
+    }
     CString temporary;
     HANDLE const created = createBeside(name, temporary);
     if (created == INVALID_HANDLE_VALUE) {

@@ -143,9 +143,13 @@ TEST(Clipboard, isLeftAloneWhileAnotherThreadHasItOpen)
     std::promise<bool> opened;
     std::promise<void> tried;
     std::thread other([&] {
-        opened.set_value(OpenClipboard(nullptr));
+        // Two threads without a window count as one on some systems.
+        HWND const window =
+            CreateWindowExA(0, "STATIC", "", 0, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+        opened.set_value(window && OpenClipboard(window));
         tried.get_future().wait();
         CloseClipboard();
+        DestroyWindow(window);
     });
     EXPECT_TRUE(opened.get_future().get());
 
