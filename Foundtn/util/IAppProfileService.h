@@ -3,7 +3,7 @@
 //
 //   IAppProfileService profile(false);                    // becomes IAppProfileInterface::Instance()
 //   profile.InitProfileName("Zentrika.ini", nullptr, nullptr);
-//   profile.GetProfileName();                             // "/work/model/Zentrika.ini", if the folder has one
+//   profile.GetProfileName();                             // "/home/me/Zentrika.ini", if the folder has one
 //   profile.GetProfileStringA("General", "Depth", "3");   // "3": absent
 //
 // A missing profile is a normal state: reads give their defaults and the first
