@@ -13,7 +13,8 @@
 #    define ZK_SKIP_ENDS_A_THREAD()                                                                          \
         GTEST_SKIP() << "the thread sanitizer doesn't survive a thread ended from outside"
 #elif defined(_WIN32)
-#    define ZK_SKIP_ENDS_A_THREAD() GTEST_SKIP() << "Wine sometimes crashes after a thread was ended from outside"
+#    define ZK_SKIP_ENDS_A_THREAD()                                                                          \
+        GTEST_SKIP() << "Wine sometimes crashes after a thread was ended from outside"
 #else
 #    define ZK_SKIP_ENDS_A_THREAD() static_cast<void>(0)
 #endif
