@@ -100,6 +100,7 @@
 #include "logging/util/CxFilePath.h"
 #include "logging/util/CxMutex.h"
 #include "logging/util/CxPrintUtil.h"
+#include "logging/util/CxProcess.h"
 #include "logging/util/CxStringBuff.h"
 #include "logging/util/CxSystem.h"
 #include "logging/util/CxThread.h"

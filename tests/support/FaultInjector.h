@@ -78,6 +78,10 @@ struct FailureOf<&SystemCalls::pthread_create> : ResultIsErrorNumber {
 };
 
 template <>
+struct FailureOf<&SystemCalls::posix_spawn> : ResultIsErrorNumber {
+};
+
+template <>
 struct FailureOf<&SystemCalls::mmap> {
     template <class Result>
     static Result give(int error) noexcept

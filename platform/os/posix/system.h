@@ -28,6 +28,7 @@
 #include "platform/os/posix/findFiles.h"
 #include "platform/os/posix/pathNames.h"
 #include "platform/os/posix/pipes.h"
+#include "platform/os/posix/process.h"
 #include "platform/os/posix/profile.h"
 #include "platform/os/posix/registry.h"
 #include "platform/os/posix/standardHandles.h"

@@ -68,6 +68,12 @@ constinit SystemCalls systemCallTable = {
            std::uint32_t* other,
            std::uint32_t mask) { return ::syscall(SYS_futex, word, operation, value, timeout, other, mask); },
 
+    // Processes.
+    .posix_spawn = ::posix_spawn,
+    .pidfd_open = [](pid_t process,
+                     unsigned flags) { return static_cast<int>(syscall(SYS_pidfd_open, process, flags)); },
+    .waitid = ::waitid,
+
     // Environment and names.
     .setenv = ::setenv,
     .unsetenv = ::unsetenv,

@@ -17,8 +17,11 @@
 #include <poll.h>
 #include <pthread.h>
 #include <pwd.h>
+#include <signal.h>
+#include <spawn.h>
 #include <sys/stat.h>
 #include <sys/types.h>
+#include <sys/wait.h>
 #include <time.h>
 
 #include <cerrno>
@@ -81,6 +84,12 @@ struct SystemCalls {
                           void* argument);
     long (*futex)(std::uint32_t* word, int operation, std::uint32_t value, timespec const* timeout,
                   std::uint32_t* other, std::uint32_t mask);
+
+    // Processes.
+    int (*posix_spawn)(pid_t* child, char const* program, posix_spawn_file_actions_t const* actions,
+                       posix_spawnattr_t const* attributes, char* const arguments[], char* const variables[]);
+    int (*pidfd_open)(pid_t process, unsigned flags);
+    int (*waitid)(idtype_t kind, id_t process, siginfo_t* info, int options);
 
     // Environment and names.
     int (*setenv)(char const* name, char const* value, int overwrite);
