@@ -80,7 +80,7 @@ Orphans& orphans() noexcept
 
 class Process final : public KernelObject {
 public:
-    // Before anybody else knows the object.
+    // Before anybody else knows the object. No descriptor: the process has ended.
     void attach(Descriptor process) noexcept { process_ = std::move(process); }
 
     ~Process() override
@@ -95,6 +95,8 @@ public:
 
     DWORD wait(DWORD milliseconds) noexcept override
     {
+        if (!process_)
+            return WAIT_OBJECT_0;
         timespec now;
         systemCalls().clock_gettime(CLOCK_MONOTONIC, &now);
         auto const toMilliseconds = [](timespec const& time) {
@@ -115,6 +117,8 @@ public:
 
     DWORD exitCode() const noexcept
     {
+        if (!process_)
+            return unknownCode;
         return hasEnded(process_.get(), 0) ? exitCodeOf(process_.get()) : STILL_ACTIVE;
     }
 
@@ -227,13 +231,14 @@ DWORD start(char const* application, char const* commandLine, PROCESS_INFORMATIO
         return error;
 
     Descriptor process(systemCalls().pidfd_open(child, 0));
-    if (!process) {
+    if (!process && errno != ESRCH) {
         DWORD const error = errorFromErrno(errno);
         // Nobody could ever tell how it ends.
         kill(child, SIGKILL);
         uninterrupted([&] { return waitpid(child, nullptr, 0); });
         return error;
     }
+    // Nobody waits for the children of a program that ignores SIGCHLD: this one may have gone without trace.
     object->attach(std::move(process));
     started.hThread = threadPlace.open(object, false);
     started.hProcess = processPlace.open(std::move(object), false);
