@@ -27,9 +27,11 @@ endif()
 
 # ninja -C build/PRESET installed: all that `cmake --install` needs.
 add_custom_target(installed DEPENDS zk_util)
-if(TARGET zk_host_texts)
-    add_dependencies(installed zk_host_texts)
-endif()
+foreach(target zk_host_texts zkprofile)
+    if(TARGET ${target})
+        add_dependencies(installed ${target})
+    endif()
+endforeach()
 
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/ZkUtil)
 install(EXPORT ZkUtilTargets NAMESPACE zk:: DESTINATION ${package_folder} COMPONENT development)

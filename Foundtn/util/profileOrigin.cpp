@@ -26,13 +26,19 @@ std::string contentOf(char const* path)
 
 }  // namespace
 
+CString profileFile()
+{
+    IAppProfileInterface* const instance = IAppProfileInterface::Instance();
+    return instance ? CString(os::profileFile(instance->GetProfileName())) : CString();
+}
+
 ProfileOrigin profileOrigin(CString const& section, CString const& name)
 {
     ProfileOrigin origin;
     IAppProfileInterface* const instance = IAppProfileInterface::Instance();
     if (instance && instance->GetProfileValue(section, name, origin.value, nullptr)) {
         origin.source = ProfileOrigin::profile;
-        origin.file = os::profileFile(instance->GetProfileName()).c_str();
+        origin.file = profileFile();
         os::ProfileText const text(contentOf(origin.file));
         origin.line = static_cast<int>(text.lineOf(section.GetString(), name.GetString()));
     } else if (IAppProfileService::GetEnvironmentVariableA(name, origin.value, nullptr)) {

@@ -23,6 +23,10 @@ struct ProfileOrigin {
     int line = 0;   ///< Its line in the file, from 1; 0 where it cannot be told, as in a file in UTF-16.
 };
 
+/// The file that the process's profile is, whether it exists or not; empty without a profile object, and where
+/// the user has no folder for a bare name.
+ZK_UTIL_API CString profileFile();
+
 /// Looks a setting up. A value that is empty, or white space alone, counts as absent. Reads the whole profile.
 ZK_UTIL_API ProfileOrigin profileOrigin(CString const& section, CString const& name);
 

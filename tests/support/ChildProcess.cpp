@@ -104,23 +104,49 @@ HANDLE openInheritable(std::string const& name, DWORD access, DWORD creation)
                        nullptr);
 }
 
+// An argument as the C runtime takes it apart: a backslash counts only before a quote.
+std::string quotedArgument(std::string const& argument)
+{
+    std::string quoted = "\"";
+    std::size_t backslashes = 0;
+    for (char const c : argument) {
+        if (c == '"')
+            quoted.append(backslashes + 1, '\\');
+        backslashes = c == '\\' ? backslashes + 1 : 0;
+        quoted += c;
+    }
+    return quoted.append(backslashes, '\\') + '"';
+}
+
+HANDLE openOutput(Output output, std::string const& file)
+{
+    if (output == Output::kept)
+        return openInheritable(file, GENERIC_WRITE, CREATE_ALWAYS);
+    if (output == Output::closed)
+        return nullptr;
+    PipePair const pipe = makePipe();
+    closePipe(pipe.read);
+    return handleOf(pipe.write);
+}
+
 NativeProcess startProgram(std::string const& program, std::vector<std::string> const& arguments,
-                           std::string const& out, std::string const& err)
+                           Output output, std::string const& out, std::string const& err)
 {
     std::string command = '"' + program + '"';
     for (std::string const& argument : arguments)
-        command += " \"" + argument + '"';
+        command += ' ' + quotedArgument(argument);
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdInput = openInheritable("NUL", GENERIC_READ, OPEN_EXISTING);
-    startup.hStdOutput = openInheritable(out, GENERIC_WRITE, CREATE_ALWAYS);
+    startup.hStdOutput = openOutput(output, out);
     startup.hStdError = openInheritable(err, GENERIC_WRITE, CREATE_ALWAYS);
     PROCESS_INFORMATION started;
     bool const isStarted = CreateProcessA(program.c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr,
                                           nullptr, &startup, &started);
     for (HANDLE const handle : {startup.hStdInput, startup.hStdOutput, startup.hStdError})
-        CloseHandle(handle);
+        if (handle)
+            CloseHandle(handle);
     if (!isStarted)
         throw std::runtime_error("cannot start " + program);
     CloseHandle(started.hThread);
@@ -165,7 +191,7 @@ NativeProcess startSelf(std::string const& name, std::string const& argument, Pi
 }
 
 NativeProcess startProgram(std::string const& program, std::vector<std::string> const& arguments,
-                           std::string const& out, std::string const& err)
+                           Output output, std::string const& out, std::string const& err)
 {
     std::vector<std::string> words(arguments);
     words.insert(words.begin(), program);
@@ -177,7 +203,12 @@ NativeProcess startProgram(std::string const& program, std::vector<std::string> 
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, 1, out.c_str(), O_WRONLY | O_CREAT, 0600);
+    if (output == Output::kept)
+        posix_spawn_file_actions_addopen(&actions, 1, out.c_str(), O_WRONLY | O_CREAT, 0600);
+    else if (output == Output::closed)
+        posix_spawn_file_actions_addclose(&actions, 1);
+    else
+        posix_spawn_file_actions_addopen(&actions, 1, "/dev/full", O_WRONLY, 0);
     posix_spawn_file_actions_addopen(&actions, 2, err.c_str(), O_WRONLY | O_CREAT, 0600);
     pid_t child;
     int const error = posix_spawn(&child, program.c_str(), &actions, nullptr, pointers.data(), environ);
@@ -240,13 +271,15 @@ int ChildProcess::exitCode()
     return exitCode_;
 }
 
-ProgramResult runProgram(std::string const& program, std::vector<std::string> const& arguments)
+ProgramResult runProgram(std::string const& program, std::vector<std::string> const& arguments, Output output)
 {
     TemporaryFolder folder;
-    NativeProcess const process = startProgram(program, arguments, folder.path("out"), folder.path("err"));
+    NativeProcess const process =
+        startProgram(program, arguments, output, folder.path("out"), folder.path("err"));
     ProgramResult result;
     result.code = waitForEnd(process);
-    result.out = folder.read("out");
+    if (output == Output::kept)
+        result.out = folder.read("out");
     result.err = folder.read("err");
     return result;
 }

@@ -69,10 +69,14 @@ struct ProgramResult {
     std::string err;
 };
 
+/// What becomes of a program's standard output: kept for the test, closed from the start, or such that no write
+/// succeeds.
+enum class Output { kept, closed, unwritable };
+
 /// Runs another program to its end, without a shell, with an empty standard input.
-/// Arguments must hold no quotes and end in no backslash.
 /// @throws std::runtime_error if it cannot be started
-ProgramResult runProgram(std::string const& program, std::vector<std::string> const& arguments);
+ProgramResult runProgram(std::string const& program, std::vector<std::string> const& arguments,
+                         Output output = Output::kept);
 
 /// For the test program's main(): true if it is a child, which has run by then.
 bool runAsChild(int argc, char** argv, int& exitCode);
