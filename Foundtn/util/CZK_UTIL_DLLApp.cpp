@@ -9,6 +9,11 @@ CZK_UTIL_DLLApp::CZK_UTIL_DLLApp() : CWinApp(nullptr, zk::ModuleFrame())
 
 namespace {
 
-CZK_UTIL_DLLApp moduleFrame;
+CZK_UTIL_DLLApp frame;
 
 }  // namespace
+
+CZK_UTIL_DLLApp const& zk::moduleFrame() noexcept
+{
+    return frame;
+}

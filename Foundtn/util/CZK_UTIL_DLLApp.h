@@ -15,3 +15,10 @@ public:
 
     DECLARE_MESSAGE_MAP()
 };
+
+namespace zk {
+
+/// The object of this module. Code outside the module has no business with it.
+CZK_UTIL_DLLApp const& moduleFrame() noexcept;
+
+}  // namespace zk

@@ -15,12 +15,9 @@ namespace {
 
 constexpr char defaultName[] = "Zentrika.ini";
 
-// Never destroyed: it may be asked for at any time.
-CString& executableFolder()
-{
-    static CString& folder = *new CString;
-    return folder;
-}
+// Made when the module is loaded, so that they outlive what uses the module.
+CString executableFolder;
+CString userDirectory;  // the last text of the registry
 
 CString withoutTrailingSeparators(CString folder)
 {
@@ -55,13 +52,6 @@ CString versionedName(CString const& iniName)
     return iniName.Left(length < 3 ? 0 : length - 3) + omGetCurrentMajorVersionId() + ".ini";
 }
 
-// The last text of the registry. It is kept for the life of the process.
-CString& userDirectory()
-{
-    static CString& directory = *new CString;
-    return directory;
-}
-
 // Reads the registry; false if it has no key for this version. A key without the value gives an empty text.
 bool readUserDirectory()
 {
@@ -78,10 +68,10 @@ bool readUserDirectory()
         isRead = RegQueryValueExA(key, value, nullptr, nullptr, reinterpret_cast<BYTE*>(buffer), &size) == 0;
         buffer[isRead ? size : 0] = '\0';
         text.ReleaseBuffer();
-        userDirectory() = text;
+        userDirectory = text;
     }
     if (!isRead)
-        userDirectory().Empty();
+        userDirectory.Empty();
     RegCloseKey(key);
     return true;
 }
@@ -110,10 +100,10 @@ CString findInKnownFolders(CString const& iniName)
             exists(join({everybody, "Norvane", "Calderis", "Zentrika", release, iniName})))
             return found;
     }
-    if (exists(join({withoutTrailingSeparators(executableFolder()), defaultName})))
+    if (exists(join({withoutTrailingSeparators(executableFolder), defaultName})))
         return found;
     if (readUserDirectory())
-        exists(userDirectory() + iniName);
+        exists(userDirectory + iniName);
     return found;
 }
 
@@ -121,19 +111,19 @@ CString findInKnownFolders(CString const& iniName)
 
 CString getExcecutableFolder()
 {
-    return executableFolder();
+    return executableFolder;
 }
 
 char const* getExecutableFolder()
 {
-    return executableFolder().GetString();
+    return executableFolder.GetString();
 }
 
 void IAppProfileService::InitProfileName(char const* profileName, char const* moduleName,
                                          CWinApp* application)
 {
-    GetExecutableDir(moduleName, executableFolder());
-    appendToPath(executableFolder());
+    GetExecutableDir(moduleName, executableFolder);
+    appendToPath(executableFolder);
 
     CString iniName = defaultName;
     CString found;
@@ -162,12 +152,12 @@ void IAppProfileService::InitProfileName(char const* profileName, char const* mo
     if (!found.IsEmpty())
         return SetProfileName(found, application);
 
-    CString const beside = join({withoutTrailingSeparators(executableFolder()), iniName});
+    CString const beside = join({withoutTrailingSeparators(executableFolder), iniName});
     if (omFileExist(beside))
         return SetProfileName(beside, application);
 
     if (!isServer)
         return SetProfileName(iniName, application);
-    SetEnvironmentVariableA("OMROOT", join({executableFolder(), "Share"}));
-    SetEnvironmentVariableA("APPLICATION_ROOT", executableFolder());
+    SetEnvironmentVariableA("OMROOT", join({executableFolder, "Share"}));
+    SetEnvironmentVariableA("APPLICATION_ROOT", executableFolder);
 }

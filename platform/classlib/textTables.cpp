@@ -22,12 +22,23 @@ struct Tables {
     std::vector<Table> registered;  // the newest last
 };
 
-// Never destroyed: texts are asked for until the very end of the process.
+// Never destroyed, only emptied: texts are asked for until the very end of the process.
 Tables& tables()
 {
-    static Tables& instance = *new Tables;
+    alignas(Tables) static unsigned char memory[sizeof(Tables)];
+    static Tables& instance = *new (memory) Tables;
     return instance;
 }
+
+struct EmptiesTables {
+    ~EmptiesTables()
+    {
+        std::unique_lock const lock(tables().mutex);
+        std::vector<Table>().swap(tables().registered);
+    }
+};
+
+EmptiesTables const atModuleEnd;
 
 Table makeTable(ZkText const* texts, std::size_t count)
 {

@@ -43,6 +43,23 @@ Clipboard& clipboard() noexcept
     return instance.object;
 }
 
+// The blocks are the clipboard's own. Call with the mutex held.
+void freeBlocks() noexcept
+{
+    for (auto const& [format, block] : clipboard().blocks)
+        GlobalFree(block);
+    clipboard().blocks.clear();
+}
+
+void forgetAll() noexcept
+{
+    zk::os::ShieldedLock const lock(clipboard().mutex);
+    freeBlocks();
+    clipboard().names.clear();
+}
+
+zk::os::AtModuleEnd<forgetAll> const emptiedClipboard;
+
 }  // namespace
 
 BOOL OpenClipboard(HWND) noexcept
@@ -68,9 +85,7 @@ BOOL EmptyClipboard() noexcept
     zk::os::ShieldedLock const lock(clipboard().mutex);
     if (!clipboard().isOpenHere())
         return report(ERROR_CLIPBOARD_NOT_OPEN);
-    for (auto const& [format, block] : clipboard().blocks)
-        GlobalFree(block);
-    clipboard().blocks.clear();
+    freeBlocks();
     return TRUE;
 }
 

@@ -33,6 +33,13 @@ Blocks& blocks() noexcept
     return instance.object;
 }
 
+// Blocks that are left are their users'.
+zk::os::AtModuleEnd<[] {
+    zk::os::ShieldedLock const lock(blocks().mutex);
+    if (blocks().byHandle.empty())
+        decltype(Blocks::byHandle)().swap(blocks().byHandle);
+}> const emptiedBlocks;
+
 // Call with the mutex held.
 Block* find(HGLOBAL handle)
 {

@@ -42,6 +42,23 @@ HeldModules& heldModules() noexcept
     return instance.object;
 }
 
+// The command line as GetCommandLineA() gives it; callers keep the pointer.
+struct CommandLine {
+    std::mutex mutex;
+    std::string text;
+};
+
+CommandLine& commandLine() noexcept
+{
+    static NeverDestroyed<CommandLine> instance;
+    return instance.object;
+}
+
+AtModuleEnd<[] {
+    ShieldedLock const lock(commandLine().mutex);
+    std::string().swap(commandLine().text);
+}> const emptiedCommandLine;
+
 // A module is held once by each handle of the linker, so one is kept and the uses are counted.
 DWORD hold(HMODULE module, void* library, bool pin)
 {
@@ -293,16 +310,14 @@ FARPROC GetProcAddress(HMODULE module, LPCSTR name) noexcept
 
 LPSTR GetCommandLineA() noexcept
 {
-    // Callers keep the pointer.
-    static NeverDestroyed<std::string> line;
-    static NeverDestroyed<std::mutex> mutex;
     PreserveLastError const kept;
-    ShieldedLock const lock(mutex.object);
+    CommandLine& line = commandLine();
+    ShieldedLock const lock(line.mutex);
     try {
-        if (line.object.empty())
-            line.object = readCommandLine();
+        if (line.text.empty())
+            line.text = readCommandLine();
     } catch (std::bad_alloc const&) {
         // Asked again next time; until then the line is empty.
     }
-    return line.object.data();
+    return line.text.data();
 }

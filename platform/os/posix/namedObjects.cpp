@@ -2,6 +2,8 @@
 
 #include "platform/os/posix/descriptor.h"
 #include "platform/os/posix/lastError.h"
+#include "platform/os/posix/neverDestroyed.h"
+#include "platform/os/posix/shieldedLock.h"
 #include "platform/os/posix/systemCalls.h"
 #include "platform/os/posix/threadRecord.h"
 
@@ -128,13 +130,23 @@ bool isLastUser(int file) noexcept
 struct Registry {
     std::mutex mutex;
     std::map<std::pair<dev_t, ino_t>, std::weak_ptr<KernelObject>> objects;
+
+    void dropExpired() noexcept
+    {
+        std::erase_if(objects, [](auto const& entry) { return entry.second.expired(); });
+    }
 };
 
 Registry& registry()
 {
-    static Registry& instance = *new Registry;  // objects are closed by static destructors too
-    return instance;
+    static NeverDestroyed<Registry> instance;  // objects are closed by static destructors too
+    return instance.object;
 }
+
+AtModuleEnd<[] {
+    ShieldedLock const lock(registry().mutex);
+    registry().dropExpired();
+}> const emptiedRegistry;
 
 }  // namespace
 
@@ -324,7 +336,7 @@ DWORD openNamedObject(NamedMemory::Request const& request,
     if (DWORD const error = NamedMemory::open(request, memory, existed))
         return error;
     auto& objects = registry().objects;
-    std::erase_if(objects, [](auto const& entry) { return entry.second.expired(); });
+    registry().dropExpired();
     auto& entry = objects[memory->identity()];
     object = entry.lock();
     if (!object) {

@@ -84,7 +84,15 @@ struct Cache {
         if (auto const found = find(path); found != known.end())
             known.erase(found);
     }
+
+    void empty() noexcept
+    {
+        ShieldedLock const lock(mutex);
+        std::vector<KnownProfile>().swap(known);
+    }
 };
+
+AtModuleEnd<[] { Cache::instance().empty(); }> const emptiedCache;
 
 // Whether a change after `now` must show in the times of the file.
 bool isSettled(Stamp const& stamp, std::int64_t now) noexcept

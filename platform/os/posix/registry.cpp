@@ -3,6 +3,7 @@
 #include "platform/os/posix/environment.h"
 #include "platform/os/posix/lastError.h"
 #include "platform/os/posix/neverDestroyed.h"
+#include "platform/os/posix/outOfMemory.h"
 #include "platform/os/posix/profileCache.h"
 #include "platform/os/posix/shieldedLock.h"
 #include "platform/os/posix/systemCalls.h"
@@ -132,15 +133,12 @@ DWORD queryValue(HKEY key, char const* name, DWORD* type, BYTE* data, DWORD* siz
     return ERROR_SUCCESS;
 }
 
+// The number is the result; the calling thread's last error stays.
 template <class Work>
-LSTATUS guarded(Work work) noexcept
+LSTATUS statusOf(Work&& work) noexcept
 {
     PreserveLastError const preserve;
-    try {
-        return LSTATUS(work());
-    } catch (std::bad_alloc const&) {
-        return LSTATUS(ERROR_NOT_ENOUGH_MEMORY);
-    }
+    return LSTATUS(guarded(work));
 }
 
 }  // namespace
@@ -150,18 +148,18 @@ using namespace zk::os;
 
 LSTATUS WINAPI RegOpenKeyExA(HKEY root, LPCSTR name, DWORD, REGSAM access, PHKEY key) noexcept
 {
-    return guarded([&] { return openKey(root, name, access, key); });
+    return statusOf([&] { return openKey(root, name, access, key); });
 }
 
 LSTATUS WINAPI RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD, LPDWORD type, LPBYTE data,
                                 LPDWORD size) noexcept
 {
-    return guarded([&] { return queryValue(key, name, type, data, size); });
+    return statusOf([&] { return queryValue(key, name, type, data, size); });
 }
 
 LSTATUS WINAPI RegCloseKey(HKEY key) noexcept
 {
-    return guarded([&]() -> DWORD {
+    return statusOf([&]() -> DWORD {
         if (key == HKEY_LOCAL_MACHINE || OpenKeys::instance().remove(key))
             return ERROR_SUCCESS;
         return ERROR_INVALID_HANDLE;

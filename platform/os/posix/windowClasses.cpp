@@ -1,5 +1,7 @@
 #include "platform/os/posix/controls.h"
 #include "platform/os/posix/lastError.h"
+#include "platform/os/posix/neverDestroyed.h"
+#include "platform/os/posix/shieldedLock.h"
 #include "platform/os/posix/textOperations.h"
 #include "platform/os/posix/threadRecord.h"
 #include "platform/os/posix/windowTable.h"
@@ -16,9 +18,11 @@ struct Classes {
     std::mutex mutex;
     std::vector<std::shared_ptr<WindowClass>> classes;
     ATOM nextAtom = 0xC000;
+    inline static bool isMade = false;
 
     Classes()
     {
+        isMade = true;
         for (Control const& control : controls())
             add(control.className, control.procedure, 0, nullptr);
     }
@@ -50,9 +54,16 @@ struct Classes {
 // Never destroyed: windows are made and closed by static objects too.
 Classes& classes()
 {
-    static Classes& instance = *new Classes;
-    return instance;
+    static NeverDestroyed<Classes> instance;
+    return instance.object;
 }
+
+AtModuleEnd<[] {
+    if (!Classes::isMade)
+        return;
+    ShieldedLock const lock(classes().mutex);
+    std::vector<std::shared_ptr<WindowClass>>().swap(classes().classes);
+}> const emptiedClasses;
 
 DWORD registerClass(char const* name, WNDPROC procedure, int extraBytes, HINSTANCE instance, ATOM& atom)
 {

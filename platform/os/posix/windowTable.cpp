@@ -3,6 +3,7 @@
 #include "platform/os/posix/coordinates.h"
 #include "platform/os/posix/lastError.h"
 #include "platform/os/posix/neverDestroyed.h"
+#include "platform/os/posix/shieldedLock.h"
 
 #include <algorithm>
 
@@ -31,6 +32,18 @@ Table& windows() noexcept
     static NeverDestroyed<Table> instance;
     return instance.object;
 }
+
+// Windows that are left are their users'.
+AtModuleEnd<[] {
+    Table& all = windows();
+    ShieldedLock const lock(all.mutex);
+    if (!all.topLevel.empty() || !all.messageOnly.empty())
+        return;
+    std::vector<Slot>().swap(all.slots);
+    for (auto* list : {&all.topLevel, &all.messageOnly})
+        std::vector<HWND>().swap(*list);
+    std::vector<std::size_t>().swap(all.free);
+}> const emptiedWindows;
 
 // Room for one more than `size`, growing by doubling.
 template <class Element>

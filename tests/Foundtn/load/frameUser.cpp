@@ -4,6 +4,9 @@
 
 #include "zk_util.h"
 
+#include <cstdlib>
+#include <iterator>
+
 namespace {
 
 FrameUserReport* report = nullptr;
@@ -32,6 +35,22 @@ private:
 
 StaticUser const user;
 
+// What is kept for later calls: command line, read profiles, named objects, texts, blocks of memory, clipboard formats.
+bool usesWhatThePlatformKeeps()
+{
+    static ZkText const texts[] = {{61000, "a text of the user's"}};
+    char const* const folder = std::getenv("ZK_SOURCE_DIR");
+    CString text;
+    char value[8] = "";
+    GetPrivateProfileStringA("section", "key", "none", value, sizeof value, CString(folder ? folder : ".") + "/CMakePresets.json");
+    HANDLE const mutex = CreateMutexA(nullptr, TRUE, "zkFrameUser");
+    zkRegisterTexts(texts, std::size(texts));
+    bool const hasText = text.LoadString(61000);
+    GlobalFree(GlobalAlloc(GMEM_MOVEABLE, 100));
+    CloseHandle(mutex);
+    return hasText && *GetCommandLineA() && CString(value) == "none";
+}
+
 DWORD WINAPI setEvent(LPVOID event)
 {
     return SetEvent(event) ? 7 : 0;
@@ -57,5 +76,5 @@ extern "C" FRAME_USER_API int useLibrary()
     WaitForSingleObject(thread, INFINITE);
     CloseHandle(thread);
     CloseHandle(event);
-    return text.Find("letters") == 14 && words.split(" ").count() == 3 && waited == WAIT_OBJECT_0;
+    return usesWhatThePlatformKeeps() && text.Find("letters") == 14 && words.split(" ").count() == 3 && waited == WAIT_OBJECT_0;
 }

@@ -90,6 +90,26 @@ bool isEmpty()
     return !PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE);
 }
 
+TEST(MessageQueue, isWaitedForUntilANewMessageComes)
+{
+    inThread([] {
+        HWND const window = makeWindow();
+        MSG message;
+        PeekMessageA(&message, window, 0, 0, PM_NOREMOVE);
+        std::thread poster([window] {
+            Sleep(20);
+            PostMessageA(window, first, 7, 0);
+        });
+
+        EXPECT_TRUE(WaitMessage());
+
+        EXPECT_TRUE(PeekMessageA(&message, window, first, first, PM_REMOVE));
+        EXPECT_EQ(message.wParam, 7u);
+        poster.join();
+        DestroyWindow(window);
+    });
+}
+
 }  // namespace
 
 TEST(MessageQueue, isEmptyAtFirst)

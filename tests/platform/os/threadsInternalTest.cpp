@@ -3,6 +3,7 @@
 #include "platform/os/posix/threadRecord.h"
 #include "tests/support/FaultInjector.h"
 #include "tests/support/OwnedHandle.h"
+#include "tests/support/endsAThread.h"
 #include "tests/support/expectFails.h"
 
 #include <sys/resource.h>
@@ -12,13 +13,6 @@
 #include <atomic>
 #include <csignal>
 #include <thread>
-
-#ifdef __SANITIZE_THREAD__
-#    define ZK_SKIP_ENDS_A_THREAD()                                                                          \
-        GTEST_SKIP() << "the thread sanitizer doesn't survive a thread ended from outside"
-#else
-#    define ZK_SKIP_ENDS_A_THREAD() static_cast<void>(0)
-#endif
 
 namespace {
 

@@ -1,23 +1,12 @@
 #include "platform/os/os.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/OwnedHandle.h"
+#include "tests/support/endsAThread.h"
 #include "tests/support/expectFails.h"
 
 #include <atomic>
 #include <thread>
 #include <vector>
-
-// A thread that a signal ends hangs under the thread sanitizer. Under Wine a
-// later start or end of another thread was seen to crash in the system's own code, or to hang.
-#ifdef __SANITIZE_THREAD__
-#    define ZK_SKIP_ENDS_A_THREAD()                                                                          \
-        GTEST_SKIP() << "the thread sanitizer doesn't survive a thread ended from outside"
-#elif defined(_WIN32)
-#    define ZK_SKIP_ENDS_A_THREAD()                                                                          \
-        GTEST_SKIP() << "Wine sometimes crashes after a thread was ended from outside"
-#else
-#    define ZK_SKIP_ENDS_A_THREAD() static_cast<void>(0)
-#endif
 
 namespace {
 
