@@ -1,10 +1,10 @@
 #include "platform/classlib/textTables.h"
 
+#include "platform/os/os.h"
 #include "platform/os/resourceTexts.h"
 
 #include <algorithm>
-#include <mutex>
-#include <shared_mutex>
+#include <new>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -17,9 +17,17 @@ struct Table {
     std::unordered_map<unsigned int, char const*> byNumber;
 };
 
+// A section of the system's, as the standard library's locks keep their memory at unload.
 struct Tables {
-    std::shared_mutex mutex;
+    CRITICAL_SECTION section;
     std::vector<Table> registered;  // the newest last
+    inline static bool isMade = false;
+
+    Tables()
+    {
+        InitializeCriticalSection(&section);
+        isMade = true;
+    }
 };
 
 // Never destroyed, only emptied: texts are asked for until the very end of the process.
@@ -30,11 +38,24 @@ Tables& tables()
     return instance;
 }
 
+class Lock {
+public:
+    Lock() { EnterCriticalSection(&tables().section); }
+    ~Lock() { LeaveCriticalSection(&tables().section); }
+    Lock(Lock const&) = delete;
+    Lock& operator=(Lock const&) = delete;
+};
+
 struct EmptiesTables {
     ~EmptiesTables()
     {
-        std::unique_lock const lock(tables().mutex);
-        std::vector<Table>().swap(tables().registered);
+        if (!Tables::isMade)
+            return;
+        {
+            Lock const lock;
+            std::vector<Table>().swap(tables().registered);
+        }
+        DeleteCriticalSection(&tables().section);
     }
 };
 
@@ -67,7 +88,7 @@ void zkRegisterTexts(ZkText const* table, std::size_t count)
 {
     Table added = makeTable(table, count);
     Tables& all = tables();
-    std::unique_lock const lock(all.mutex);
+    Lock const lock;
     all.registered.reserve(all.registered.size() + 1);
     remove(all.registered, table);
     all.registered.push_back(std::move(added));
@@ -76,14 +97,14 @@ void zkRegisterTexts(ZkText const* table, std::size_t count)
 bool zkUnregisterTexts(ZkText const* table)
 {
     Tables& all = tables();
-    std::unique_lock const lock(all.mutex);
+    Lock const lock;
     return remove(all.registered, table);
 }
 
 char const* zkFindText(unsigned int id)
 {
     Tables& all = tables();
-    std::shared_lock const lock(all.mutex);
+    Lock const lock;
     for (auto table = all.registered.rbegin(); table != all.registered.rend(); ++table) {
         auto const found = table->byNumber.find(id);
         if (found != table->byNumber.end())

@@ -263,7 +263,8 @@ thread_local NotesItsEnd ownEnd;
 }
 
 #ifndef _WIN32
-// On Windows the compiler's run-time library ends thread-local objects, and not in every thread.
+// On Windows the compiler's run-time library ends thread-local objects, not in every thread, and where the thread
+// calls ExitThread() after it gave their memory back: seen as a damaged heap, or an exit that never ends.
 TEST(Thread, isSignalledAfterItsThreadLocalObjectsEnd)
 {
     std::atomic<int> ends = 0;
@@ -278,7 +279,9 @@ TEST(Thread, isSignalledAfterItsThreadLocalObjectsEnd)
 DWORD WINAPI exitsWithNine(LPVOID ends)
 {
     NotesItsEnd onTheStack{static_cast<std::atomic<int>*>(ends)};
+#ifndef _WIN32
     ownEnd.ends = onTheStack.ends;
+#endif
     ExitThread(9);
 }
 
@@ -291,7 +294,7 @@ TEST(Thread, exitsFromWithin)
 
     EXPECT_EQ(exitCodeOf(thread), 9u);
 #ifdef _WIN32
-    EXPECT_LE(ends, 1) << "not the object on its stack";
+    EXPECT_EQ(ends, 0) << "not the object on its stack";
 #else
     EXPECT_EQ(ends, 1) << "the thread's own object, not that on its stack";
 #endif
