@@ -12,7 +12,8 @@
 #    define ZK_SKIP_ENDS_A_THREAD()                                                                          \
         GTEST_SKIP() << "the sanitizers keep a thread's record until it ends by itself"
 #elif defined(_WIN32)
-#    define ZK_SKIP_ENDS_A_THREAD() GTEST_SKIP() << "Wine sometimes hangs after a thread was ended from outside"
+#    define ZK_SKIP_ENDS_A_THREAD()                                                                          \
+        GTEST_SKIP() << "Wine sometimes hangs after a thread was ended from outside"
 #else
 #    define ZK_SKIP_ENDS_A_THREAD() static_cast<void>(0)
 #endif

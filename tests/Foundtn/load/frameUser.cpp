@@ -42,7 +42,8 @@ bool usesWhatThePlatformKeeps()
     char const* const folder = std::getenv("ZK_SOURCE_DIR");
     CString text;
     char value[8] = "";
-    GetPrivateProfileStringA("section", "key", "none", value, sizeof value, CString(folder ? folder : ".") + "/CMakePresets.json");
+    GetPrivateProfileStringA("section", "key", "none", value, sizeof value,
+                             CString(folder ? folder : ".") + "/CMakePresets.json");
     HANDLE const mutex = CreateMutexA(nullptr, TRUE, "zkFrameUser");
     zkRegisterTexts(texts, std::size(texts));
     bool const hasText = text.LoadString(61000);
@@ -76,5 +77,6 @@ extern "C" FRAME_USER_API int useLibrary()
     WaitForSingleObject(thread, INFINITE);
     CloseHandle(thread);
     CloseHandle(event);
-    return usesWhatThePlatformKeeps() && text.Find("letters") == 14 && words.split(" ").count() == 3 && waited == WAIT_OBJECT_0;
+    return usesWhatThePlatformKeeps() && text.Find("letters") == 14 && words.split(" ").count() == 3 &&
+        waited == WAIT_OBJECT_0;
 }
