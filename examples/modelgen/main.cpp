@@ -1,4 +1,5 @@
 // modelgen: generates C++ from class diagrams. See docs/modelgen.md.
+#include "examples/modelgen/host.h"
 #include "examples/modelgen/run.h"
 
 #include <exception>
@@ -7,7 +8,10 @@
 int main(int argc, char** argv)
 {
     try {
-        return modelgen::run(argc - 1, argv + 1, std::cout, std::cerr);
+        modelgen::Options options;
+        modelgen::readOptions(argc - 1, argv + 1, options);
+        modelgen::Host const host(options.profile);
+        return modelgen::run(options, std::cout, std::cerr);
     } catch (std::exception const& failure) {  // out of memory, above all
         std::cerr << "modelgen: " << failure.what() << '\n';
         return 1;

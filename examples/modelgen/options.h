@@ -7,7 +7,8 @@
 namespace modelgen {
 
 struct Options {
-    CString folder = ".";
+    CString folder;   ///< where to write to; empty if none is named
+    CString profile;  ///< the file behind -iniFile=; empty if none is named
     CStringList files;
     bool isHelp = false;
     bool isVersion = false;

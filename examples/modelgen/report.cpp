@@ -4,7 +4,6 @@
 
 namespace modelgen {
 
-constexpr int toldErrors = 20;
 constexpr int longestQuote = 60;
 
 int Report::addFile(CString const& name)
@@ -21,14 +20,14 @@ void Report::warning(Place place, CString const& text)
 
 void Report::error(Place place, CString const& text)
 {
-    if (++errors_ <= toldErrors)
+    if (++errors_ <= toldErrors_)
         write(place, "", text);
 }
 
 void Report::close()
 {
-    if (errors_ > toldErrors)
-        stream_ << "and " << errors_ - toldErrors << " more errors\n";
+    if (errors_ > toldErrors_)
+        stream_ << "and " << errors_ - toldErrors_ << " more errors\n";
     stream_.flush();
 }
 

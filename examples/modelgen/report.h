@@ -14,14 +14,15 @@ namespace modelgen {
 
 class Report {
 public:
-    explicit Report(std::ostream& stream) : stream_(stream) { }
+    /// Errors beyond the first `toldErrors` are only counted.
+    explicit Report(std::ostream& stream, int toldErrors = 20) : stream_(stream), toldErrors_(toldErrors) { }
 
     /// Gives the number that places in this file carry.
     int addFile(CString const& name);
 
     void warning(Place place, CString const& text);
 
-    /// An error: nothing will be generated. After 20 only their number is told.
+    /// An error: nothing will be generated.
     void error(Place place, CString const& text);
 
     /// Says how many errors were left untold, if any.
@@ -35,6 +36,7 @@ private:
     void write(Place place, char const* kind, CString const& text);
 
     std::ostream& stream_;
+    int const toldErrors_;
     std::vector<CString> files_;
     int errors_ = 0;
     int warnings_ = 0;

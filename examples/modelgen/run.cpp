@@ -1,9 +1,9 @@
 #include "examples/modelgen/run.h"
 
 #include "examples/modelgen/cppWriter.h"
-#include "examples/modelgen/options.h"
 #include "examples/modelgen/outputFolder.h"
 #include "examples/modelgen/pumlReader.h"
+#include "examples/modelgen/settings.h"
 #include "examples/modelgen/textFile.h"
 
 #include <memory>
@@ -34,10 +34,20 @@ bool readDiagrams(Options const& options, PumlReader& reader, std::ostream& err)
     return isAllRead;
 }
 
-int generate(Options const& options, std::ostream& out, std::ostream& err)
+// Whoever names a profile wants no other: the search would go on without a word.
+bool profileExists(Options const& options, std::ostream& err)
+{
+    if (options.profile.IsEmpty() || GetFileAttributesA(options.profile) != INVALID_FILE_ATTRIBUTES)
+        return true;
+    DWORD const error = GetLastError();
+    err << "modelgen: cannot read " << options.profile << ": " << reasonFor(error) << '\n';
+    return false;
+}
+
+int generate(Options const& options, Settings const& settings, std::ostream& out, std::ostream& err)
 {
     Model model;
-    Report report(err);
+    Report report(err, settings.toldErrors);
     PumlReader reader(model, report);
     if (!readDiagrams(options, reader, err))
         return fileFailure;
@@ -49,8 +59,13 @@ int generate(Options const& options, std::ostream& out, std::ostream& err)
     report.close();
     if (report.hasErrors())
         return badInput;
+    if (settings.warningsAreErrors && report.warnings() > 0) {
+        err << "modelgen: nothing is written: by the setting WarningsAreErrors a warning is an error\n";
+        return badInput;
+    }
 
-    OutputFolder folder(options.folder);
+    CString const& name = options.folder.IsEmpty() ? settings.folder : options.folder;
+    OutputFolder folder(name);
     try {
         writer->write(folder);
     } catch (OutputFailure const& failure) {
@@ -58,28 +73,31 @@ int generate(Options const& options, std::ostream& out, std::ostream& err)
         return fileFailure;
     }
     out << model.classifiers().size() << " classes in " << model.packages().size() - 1
-        << " packages: " << folder.written() << " files written to " << options.folder << ", "
-        << folder.unchanged() << " unchanged, " << report.warnings() << " warnings\n";
+        << " packages: " << folder.written() << " files written to " << name << ", " << folder.unchanged()
+        << " unchanged, " << report.warnings() << " warnings\n";
     return done;
 }
 
 }  // namespace
 
-int run(int count, char const* const* arguments, std::ostream& out, std::ostream& err)
+int run(Options const& options, std::ostream& out, std::ostream& err)
 {
-    Options options;
-    readOptions(count, arguments, options);
     if (!options.mistake.IsEmpty()) {
         err << "modelgen: " << options.mistake << '\n' << usage();
         return badInput;
     }
-    if (options.isHelp)
-        out << usage();
-    else if (options.isVersion)
-        out << versionLine() << '\n';
-    else
-        return generate(options, out, err);
-    return done;
+    if (options.isHelp || options.isVersion) {
+        out << (options.isHelp ? usage() : versionLine() + "\n");
+        return done;
+    }
+    if (!profileExists(options, err))
+        return fileFailure;
+    Settings const settings = readSettings();
+    if (!settings.mistake.IsEmpty()) {
+        err << "modelgen: " << settings.mistake << '\n';
+        return badInput;
+    }
+    return generate(options, settings, out, err);
 }
 
 }  // namespace modelgen

@@ -28,8 +28,10 @@ Result runInside(std::vector<std::string> const& arguments)
     std::vector<char const*> pointers;
     for (std::string const& argument : arguments)
         pointers.push_back(argument.c_str());
+    modelgen::Options options;
+    modelgen::readOptions(int(pointers.size()), pointers.data(), options);
     std::ostringstream out, err;
-    int const code = modelgen::run(int(pointers.size()), pointers.data(), out, err);
+    int const code = modelgen::run(options, out, err);
     return {code, out.str(), err.str()};
 }
 
@@ -75,8 +77,15 @@ TEST(ModelgenOptions, printsItsUsageAndItsVersion)
 
 TEST(ModelgenOptions, refusesWrongArguments)
 {
-    for (std::vector<std::string> const& arguments : std::vector<std::vector<std::string>>{
-             {}, {"--nonsense", "a.puml"}, {"--out"}, {"a.puml", "--out"}, {"--out=", "a.puml"}, {"-x"}}) {
+    for (std::vector<std::string> const& arguments :
+         std::vector<std::vector<std::string>>{{},
+                                               {"--nonsense", "a.puml"},
+                                               {"--out"},
+                                               {"a.puml", "--out"},
+                                               {"--out=", "a.puml"},
+                                               {"--out", "", "a.puml"},
+                                               {"-x"},
+                                               {"-iniFile=", "a.puml"}}) {
         Result const result = runInside(arguments);
 
         EXPECT_EQ(result.code, 2);
