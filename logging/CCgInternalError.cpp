@@ -6,6 +6,7 @@
 #include "logging/CCgMisc.h"
 
 #include <cstdio>
+#include <utility>
 
 namespace zk::logging {
 
@@ -86,20 +87,32 @@ void send(CCgLevel level, CCgEvent& event)
     sendEvent(known->errorLogger, event);
 }
 
-CCgI18Msg internalMessage(std::int32_t key, char const* text, std::initializer_list<CCgParm> parameters)
+CCgI18Msg internalMessage(std::int32_t key, char const* text, CCgParmList parameters)
 {
     CCgI18Msg message(messageCatalog, messageSet, key, text);
-    for (CCgParm const& parameter : parameters)
-        message.parameters.add(parameter);
+    message.parameters = std::move(parameters);
     return message;
+}
+
+CCgParmList listOf(std::initializer_list<CCgParm> parameters)
+{
+    CCgParmList list;
+    for (CCgParm const& parameter : parameters)
+        list.add(parameter);
+    return list;
 }
 
 }  // namespace
 
 void report(CCgLevel level, std::int32_t key, std::initializer_list<CCgParm> parameters)
 {
+    report(level, key, listOf(parameters));
+}
+
+void report(CCgLevel level, std::int32_t key, CCgParmList parameters)
+{
     CCgEvent event;
-    event.message = internalMessage(key, internalText(key).c_str(), parameters);
+    event.message = internalMessage(key, internalText(key).c_str(), std::move(parameters));
     send(level, event);
 }
 
@@ -109,14 +122,14 @@ void reportResult(CCgResult const& result)
         return;
     CCgEvent event;
     // As a parameter: a "%" in a system's sentence is no directive.
-    event.message = internalMessage(0, "%s", {CCgParm::ofText(textOf(result).c_str())});
+    event.message = internalMessage(0, "%s", listOf({CCgParm::ofText(textOf(result).c_str())}));
     send(CCG_WARN, event);
 }
 
 void printError(std::int32_t key, std::initializer_list<CCgParm> parameters)
 {
     CxStringBuff text;
-    ccg_appendMessageText(text, internalMessage(key, internalText(key).c_str(), parameters));
+    ccg_appendMessageText(text, internalMessage(key, internalText(key).c_str(), listOf(parameters)));
     text.append('\n');
     printToConsole(stderr, text.view());
 }

@@ -22,6 +22,8 @@ namespace zk::logging {
 /// The same with the toolkit's own text for the key. For code that holds the lock.
 ZK_UTIL_API void report(CCgLevel level, std::int32_t key, std::initializer_list<CCgParm> parameters = {});
 
+ZK_UTIL_API void report(CCgLevel level, std::int32_t key, CCgParmList parameters);
+
 /// Reports a failed call at level 5000 under key 0 with the text of its error; a success is none.
 ZK_UTIL_API void reportResult(CCgResult const& result);
 

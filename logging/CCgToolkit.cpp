@@ -2,6 +2,7 @@
 
 #include "logging/CCgBasicFormatter.h"
 #include "logging/CCgConsoleHandler.h"
+#include "logging/CCgFileHandler.h"
 #include "logging/CCgLevelFilter.h"
 #include "logging/CCgLogManager.h"
 #include "logging/CCgLogger.h"
@@ -118,6 +119,7 @@ void registerToolkitClasses()
     CCgI18Msg const pdLogger = described(101, "Logger for messages with detailed problem data");
     CCgI18Msg const levelFilter = described(110, "Filters messages by level");
     CCgI18Msg const consoleHandler = described(120, "Handles output to the console");
+    CCgI18Msg const fileHandler = described(121, "Handles output to local log files");
     CCgI18Msg const basicFormatter = described(130, "Formats a basic message summary.");
     CCgI18Msg const xmlFormatter = described(131, "Formats all message data as an XML record.");
 
@@ -127,6 +129,7 @@ void registerToolkitClasses()
     ccg_registerFilter("ccg_msgidfilter", nullptr, msgIdFilterEntries, msgIdFilterObjectEntries);
     ccg_registerHandler("ccg_consolehandler", &consoleHandler, consoleHandlerEntries,
                         consoleHandlerObjectEntries);
+    ccg_registerHandler("ccg_filehandler", &fileHandler, fileHandlerEntries, fileHandlerObjectEntries);
     ccg_registerFormatter("ccg_basicformatter", &basicFormatter, {}, {});
     ccg_registerFormatter("ccg_xmlformatter", &xmlFormatter, xmlFormatterEntries, xmlFormatterObjectEntries);
     ccg_registerFormatter("ccg_qlntraceformatter", nullptr, traceFormatterEntries,

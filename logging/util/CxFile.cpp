@@ -16,7 +16,7 @@ static_assert(unsigned(CX_FILE_READ) == zk::os::openRead && unsigned(CX_FILE_WRI
               unsigned(CX_FILE_CREATE) == zk::os::openCreate &&
               unsigned(CX_FILE_TRUNCATE) == zk::os::openTruncate &&
               unsigned(CX_FILE_EXCLUSIVE) == zk::os::openExclusive &&
-              unsigned(CX_FILE_TEXT) == zk::os::openText);
+              unsigned(CX_FILE_TEXT) == zk::os::openText && unsigned(CX_FILE_WARY) == zk::os::openWary);
 
 constexpr int noDescriptor = -1;
 

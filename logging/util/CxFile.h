@@ -27,6 +27,7 @@ enum CxFileFlags : unsigned {
     CX_FILE_TRUNCATE = 16,   ///< the file is emptied
     CX_FILE_EXCLUSIVE = 32,  ///< with CX_FILE_CREATE: a file that exists is a failure
     CX_FILE_TEXT = 64,       ///< a line feed is written as the system ends its lines
+    CX_FILE_WARY = 128,      ///< a link that another user laid into a folder for everybody is a failure
 };
 
 /// The longest path that a file call uses.

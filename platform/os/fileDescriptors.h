@@ -26,6 +26,7 @@ enum : unsigned {
     openTruncate = 16,   ///< the file is emptied
     openExclusive = 32,  ///< with openCreate: a file that exists is a failure (EEXIST)
     openText = 64,       ///< a line feed is written and read as the system ends its lines
+    openWary = 128,      ///< a link that another user laid into a folder for everybody is a failure (ELOOP)
 };
 
 /// Opens a file and gives its descriptor, which no child process inherits.
@@ -73,6 +74,11 @@ struct DescriptorStatus {
 /// path that leads nowhere.
 ZK_UTIL_API bool statusOfDescriptor(int descriptor, DescriptorStatus& status) noexcept;
 ZK_UTIL_API bool statusOfPath(char const* path, DescriptorStatus& status) noexcept;
+
+/// Whether a descriptor has a file of this identity behind it. True for the identity 0, which none has.
+///
+/// Asks for no times: a file whose times are asked for after each write takes twice as long to write.
+ZK_UTIL_API bool descriptorIsOf(int descriptor, std::uint64_t device, std::uint64_t number) noexcept;
 
 /// Makes a folder with these permissions, where the system has such. 0, or -1 with EEXIST if the name is
 /// taken and ENOENT without the folder around it.

@@ -1,11 +1,13 @@
 #include "platform/os/fileDescriptors.h"
 
+#include "platform/os/posix/fileStatus.h"
 #include "platform/os/posix/lastError.h"
 #include "platform/os/posix/systemCalls.h"
 #include "platform/os/posix/writing.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -49,6 +51,26 @@ bool writeAll(int descriptor, char const* bytes, std::size_t length) noexcept
     return true;
 }
 
+// Whether a link at a path may be followed: the rule that kernels keep for folders like /tmp, where it is
+// switched on.
+bool isTrustedLink(char const* path) noexcept
+{
+    struct stat link, folder;
+    if (systemCalls().lstat(path, &link) == -1)
+        return errno == ENOENT;  // gone meanwhile: what comes now is created
+    FolderPath const around(path);
+    if (systemCalls().stat(around.c_str(), &folder) == -1)
+        return false;
+    constexpr mode_t forEverybody = S_ISVTX | S_IWOTH;
+    return (folder.st_mode & forEverybody) != forEverybody || link.st_uid == geteuid() ||
+        link.st_uid == folder.st_uid;
+}
+
+int openOnce(char const* path, int way, int permissions) noexcept
+{
+    return uninterrupted([&] { return systemCalls().open(path, way, static_cast<mode_t>(permissions)); });
+}
+
 }  // namespace
 
 int openDescriptor(char const* path, unsigned flags, int permissions) noexcept
@@ -65,7 +87,15 @@ int openDescriptor(char const* path, unsigned flags, int permissions) noexcept
         way |= O_TRUNC;
     if (flags & openExclusive)
         way |= O_EXCL;
-    return uninterrupted([&] { return systemCalls().open(path, way, static_cast<mode_t>(permissions)); });
+    if (!(flags & openWary))
+        return openOnce(path, way, permissions);
+    int const file = openOnce(path, way | O_NOFOLLOW, permissions);
+    if (file != -1 || errno != ELOOP)
+        return file;
+    if (isTrustedLink(path))
+        return openOnce(path, way, permissions);
+    errno = ELOOP;
+    return -1;
 }
 
 int closeDescriptor(int descriptor) noexcept
@@ -119,6 +149,18 @@ bool statusOfPath(char const* path, DescriptorStatus& status) noexcept
         return false;
     status = statusOf(found);
     return true;
+}
+
+bool descriptorIsOf(int descriptor, std::uint64_t device, std::uint64_t number) noexcept
+{
+    struct statx found;
+    if (systemCalls().statx(descriptor, "", AT_EMPTY_PATH, STATX_INO, &found) == -1) {
+        struct stat status;
+        return errno != EBADF && systemCalls().fstat(descriptor, &status) == 0 &&
+            (number == 0 || (status.st_ino == number && status.st_dev == device));
+    }
+    return number == 0 ||
+        (found.stx_ino == number && makedev(found.stx_dev_major, found.stx_dev_minor) == device);
 }
 
 int makeFolder(char const* path, int permissions) noexcept

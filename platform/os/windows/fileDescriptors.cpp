@@ -119,6 +119,11 @@ bool statusOfPath(char const* path, DescriptorStatus& status) noexcept
     return true;
 }
 
+bool descriptorIsOf(int descriptor, std::uint64_t, std::uint64_t) noexcept
+{
+    return _get_osfhandle(descriptor) != -1;
+}
+
 int makeFolder(char const* path, int) noexcept
 {
     return _mkdir(path);

@@ -9,6 +9,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <string>
@@ -110,4 +111,46 @@ TEST_F(DescriptorFailures, permissionsAreThoseAskedFor)
     ASSERT_EQ(makeFolder(folder_.path("sub").c_str(), 0750), 0);
     ASSERT_EQ(stat(folder_.path("sub").c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0750u);
+}
+
+TEST_F(DescriptorFailures, identityIsAskedForWithoutTheCallForItToo)
+{
+    DescriptorStatus status;
+    ASSERT_TRUE(statusOfDescriptor(file_, status));
+    EXPECT_TRUE(descriptorIsOf(file_, status.device, status.number));
+    FaultInjector<&SystemCalls::statx> const none({.error = ENOSYS, .times = always});
+
+    EXPECT_TRUE(descriptorIsOf(file_, status.device, status.number));
+    EXPECT_FALSE(descriptorIsOf(file_, status.device, status.number + 1));
+    EXPECT_FALSE(descriptorIsOf(-1, status.device, status.number));
+}
+
+// A file in a folder for everybody, and a link to it, by their owners.
+TEST_F(DescriptorFailures, linkOfAnotherUserIsNotFollowedInAFolderForEverybody)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only the superuser can make another user's link";
+    constexpr uid_t nobody = 65534;
+    std::string const link = folder_.path("link");
+    ASSERT_EQ(symlink(folder_.path("a.log").c_str(), link.c_str()), 0);
+    auto const opens = [&](unsigned flags) {
+        int const opened = openDescriptor(link.c_str(), openRead | openWrite | openCreate | flags, 0640);
+        bool const isOpen = opened != -1;
+        closeDescriptor(opened);
+        return isOpen;
+    };
+    chmod(folder_.path().c_str(), 01777);
+    EXPECT_TRUE(opens(openWary)) << "one's own";
+
+    ASSERT_EQ(lchown(link.c_str(), nobody, nobody), 0);
+    errno = 0;
+    EXPECT_EQ(openDescriptor(link.c_str(), openRead | openWary, 0), -1);
+    EXPECT_EQ(errno, ELOOP);
+    EXPECT_TRUE(opens(0) || errno == EACCES) << "the kernel may keep the rule too";
+
+    ASSERT_EQ(chown(folder_.path().c_str(), nobody, nobody), 0);
+    EXPECT_TRUE(opens(openWary)) << "the folder's owner's";
+    ASSERT_EQ(chown(folder_.path().c_str(), 0, 0), 0);
+    chmod(folder_.path().c_str(), 0755);
+    EXPECT_TRUE(opens(openWary)) << "not for everybody";
 }

@@ -163,6 +163,20 @@ TEST_F(Descriptors, tellTheStatusOfAFile)
     EXPECT_EQ(ofPath.number, status.number);
 }
 
+TEST_F(Descriptors, tellWhetherTheyAreOfAFile)
+{
+    folder_.write("b.log", "");
+    ASSERT_TRUE(open("a.log", toLog));
+    DescriptorStatus status, other;
+    ASSERT_TRUE(statusOfDescriptor(file_, status));
+    ASSERT_TRUE(statusOfPath(folder_.path("b.log").c_str(), other));
+
+    EXPECT_TRUE(descriptorIsOf(file_, status.device, status.number));
+    EXPECT_TRUE(descriptorIsOf(file_, 0, 0));
+    EXPECT_EQ(descriptorIsOf(file_, other.device, other.number), other.number == 0);
+    EXPECT_FALSE(descriptorIsOf(-1, 0, 0));
+}
+
 TEST_F(Descriptors, tellFoldersAndMissingFiles)
 {
     DescriptorStatus status;
