@@ -73,6 +73,7 @@
 #include "files/logicalPaths.h"
 #include "files/paths.h"
 
+#include "logging/CCgCodeset.h"
 #include "logging/CCgEvent.h"
 #include "logging/CCgHandler.h"
 #include "logging/CCgI18Msg.h"

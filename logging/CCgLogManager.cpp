@@ -1,5 +1,6 @@
 #include "logging/CCgLogManager.h"
 
+#include "logging/CCgCodesetText.h"
 #include "logging/CCgInternalError.h"
 #include "logging/CCgReadProps.h"
 #include "logging/CCgToolkit.h"
@@ -82,6 +83,7 @@ void stop()
     while (!current->objects.empty())
         retireObject(current->objects.at(0).second);
     delete std::exchange(current, nullptr);
+    stopCodesets();
 }
 
 }  // namespace
@@ -112,6 +114,7 @@ bool ccg_initManager(char const* propertiesPath)
     if (current)
         return current->started;  // not yet: a class that is being set up asks
     try {
+        startCodesets();
         current = new Manager;
         start(propertiesPath);
     } catch (std::bad_alloc const&) {

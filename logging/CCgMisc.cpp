@@ -1,5 +1,6 @@
 #include "logging/CCgMisc.h"
 
+#include "logging/CCgCodesetText.h"
 #include "logging/util/CxChars.h"
 #include "platform/os/os.h"
 
@@ -51,6 +52,8 @@ std::optional<Number> scanDecimal(std::string_view text) noexcept
 // A text from one code page to another. What cannot be converted becomes the target's "?".
 std::string converted(std::string_view text, UINT from, UINT to)
 {
+    if (text.empty())
+        return {};
     std::wstring wide(text.size(), L'\0');
     int const length =
         static_cast<int>(std::min<std::size_t>(text.size(), std::numeric_limits<int>::max() / 8));
@@ -126,13 +129,16 @@ std::string processTextOfUtf8(std::string_view text)
 
 void printToConsole(std::FILE* stream, std::string_view text)
 {
-    if (GetOEMCP() == CP_UTF8 || text.empty()) {
-        std::fwrite(text.data(), 1, std::min(text.size(), consoleBufferSize), stream);
-    } else {
-        // No character takes less than a quarter of its bytes in UTF-8: more would be cut anyway.
-        std::string const bytes = converted(text.substr(0, consoleBufferSize * 4), CP_UTF8, CP_OEMCP);
-        std::fwrite(bytes.data(), 1, std::min(bytes.size(), consoleBufferSize), stream);
-    }
+    // No character takes less than a quarter of its bytes in UTF-8: more would be cut anyway.
+    text = text.substr(0, consoleBufferSize * 4);
+    char buffer[consoleBufferSize];
+    std::size_t length = 0;
+    if (CCgCodeset* const codeset = consoleCodeset())
+        length = ccg_utf8ToCodeset(codeset, text.data(), static_cast<std::ptrdiff_t>(text.size()), buffer,
+                                   sizeof buffer);
+    else
+        length = converted(text, CP_UTF8, CP_OEMCP).copy(buffer, sizeof buffer);
+    std::fwrite(buffer, 1, length, stream);
     std::fflush(stream);
 }
 

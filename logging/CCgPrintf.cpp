@@ -1,5 +1,6 @@
 #include "logging/CCgPrintf.h"
 
+#include "logging/CCgCodesetText.h"
 #include "logging/CCgPrintfDirective.h"
 #include "platform/os/os.h"
 
@@ -223,8 +224,11 @@ void readArguments(Arguments& arguments, std::va_list& list)
     }
 }
 
+// A wide text in the default code set, or, while the toolkit is stopped, in the process's code page.
 std::string narrow(wchar_t const* wide, std::size_t length)
 {
+    if (CCgCodeset* const codeset = startedDefaultCodeset())
+        return codesetOfWide(*codeset, {wide, length});
     std::string text(length * 8, '\0');
     char const* const questionMark = GetACP() == CP_UTF8 ? nullptr : "?";
     int const written = length == 0

@@ -28,7 +28,7 @@ ZK_UTIL_API bool CCgPrintfList(CxStringBuff& buffer, char const* format, CCgParm
 /// The same with values as for printf; they must be there and have the types that the format says.
 ///
 /// Gives false too for an index above 64, one that no directive uses below one that is used, and one
-/// that is used with two types. Wide characters are converted into the process's code page, with "?" for
-/// those it lacks; a null text is "(null)".
+/// that is used with two types. Wide characters are converted into the default code set, or, while the
+/// toolkit is stopped, into the process's code page, with "?" for those it lacks; a null text is "(null)".
 ZK_UTIL_API bool CCgPrintfV(CxStringBuff& buffer, char const* format, std::va_list arguments);
 ZK_UTIL_API bool CCgPrintf(CxStringBuff& buffer, char const* format, ...);
