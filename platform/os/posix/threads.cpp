@@ -2,6 +2,7 @@
 
 #include "platform/os/posix/futex.h"
 #include "platform/os/posix/systemCalls.h"
+#include "platform/os/posix/terminationSignal.h"
 #include "platform/os/posix/threadRecord.h"
 #include "platform/os/posix/waits.h"
 
@@ -159,67 +160,6 @@ private:
     ThreadState& state_;
 };
 
-// Runs on the thread that is to end.
-void endOnSignal(int, siginfo_t* info, void*) noexcept
-{
-    ThreadRecord* const record = ownThreadRecord;
-    if (info->si_code != SI_QUEUE || !record || !record->state || info->si_value.sival_ptr != record->state)
-        return;
-    if (record->shields > 0)
-        record->endIsDue = 1;
-    else
-        leaveThread();
-}
-
-constinit std::atomic<int> takenSignal{0};
-
-// When the module is unloaded, its handler goes with it.
-[[gnu::destructor(moduleEndSignal)]] void giveBackSignal() noexcept
-{
-    int const number = takenSignal.load();
-    struct sigaction action;
-    if (number == 0 || !isOnlyUserOfRecords() || sigaction(number, nullptr, &action) != 0 ||
-        !(action.sa_flags & SA_SIGINFO) || action.sa_sigaction != endOnSignal)
-        return;
-    action = {};
-    action.sa_handler = SIG_DFL;
-    sigaction(number, &action, nullptr);
-}
-
-// The real-time signal kept for TerminateThread(): the highest one that nobody
-// handles; 0 if all are in use.
-int takeSignal() noexcept
-{
-    for (int number = SIGRTMAX; number >= SIGRTMIN; --number) {
-        struct sigaction action;
-        if (sigaction(number, nullptr, &action) != 0 || (action.sa_flags & SA_SIGINFO) ||
-            action.sa_handler != SIG_DFL)
-            continue;
-        action = {};
-        action.sa_flags = SA_SIGINFO | SA_RESTART;
-        action.sa_sigaction = endOnSignal;
-        if (sigaction(number, &action, nullptr) == 0) {
-            takenSignal = number;
-            return number;
-        }
-    }
-    return 0;
-}
-
-int terminationSignal() noexcept
-{
-    static int const number = takeSignal();
-    return number;
-}
-
-void unblock(int signalNumber) noexcept
-{
-    sigset_t signals;
-    sigemptyset(&signals);
-    sigaddset(&signals, signalNumber);
-    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
-}
-
 int niceOf(int priority) noexcept
 {
     switch (priority) {
@@ -280,8 +220,7 @@ void ThreadState::run() noexcept(false)
     ThreadRecord* const record = threadRecord();
     if (record)
         record->state = this;
-    if (int const number = terminationSignal())
-        unblock(number);
+    unblockTerminationSignal();
     if (passGate() && _setjmp(backToStart_) == 0) {
         std::uint64_t unset = noCode;
         DWORD const code = entry_(argument_);
