@@ -1,5 +1,6 @@
 #include "logging/CCgFileState.h"
 
+#include "logging/CCgCodesetText.h"
 #include "logging/CCgHandler.h"
 #include "logging/CCgMisc.h"
 #include "logging/CCgObject.h"
@@ -58,6 +59,13 @@ void setPermission(CCgObject const* handler, FileState const& state, std::int32_
                        {CCgParm::ofText(value.c_str()), CCgParm::ofText(handler->name.c_str())});
 }
 
+void setEncoding(FileState& state, std::string const& value, Reports& reports)
+{
+    state.codeset.reset(ccg_openCodeset(value.c_str()));
+    if (!state.codeset)
+        state.complain(reports, CCG_WARN, 36, {CCgParm::ofText(value.c_str())});
+}
+
 // False for a key that isn't a file handler's.
 bool setOwnProperty(CCgObject* handler, FileState& state, std::string_view key, std::string const& value,
                     Reports& reports)
@@ -75,7 +83,7 @@ bool setOwnProperty(CCgObject* handler, FileState& state, std::string_view key, 
     else if (key == "dirPermission")
         setPermission(handler, state, state.dirPermission, value, reports);
     else if (key == "fileEncoding")
-        state.complain(reports, CCG_WARN, 36, {CCgParm::ofText(value.c_str())});
+        setEncoding(state, value, reports);
     else if (key == "MPFileSemKey")
         state.semaphoreKey = scanInt32(value).value_or(0);
     else
@@ -118,9 +126,12 @@ CCgResult FileState::openFile(unsigned flags)
     return file.open(path, flags, filePermission);
 }
 
-std::string_view FileState::encoded(std::string_view text, std::string&) const
+std::string_view FileState::encoded(std::string_view text, std::string& room) const
 {
-    return text;
+    if (!codeset)
+        return text;
+    room = codesetOfUtf8(*codeset, text);
+    return room;
 }
 
 FileState& fileStateOf(CCgObject const* handler) noexcept

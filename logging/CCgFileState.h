@@ -13,12 +13,14 @@
 // A change of any of them, but for the last, closes the file: the next record opens it anew.
 #pragma once
 
+#include "logging/CCgCodeset.h"
 #include "logging/CCgFileName.h"
 #include "logging/CCgLogFile.h"
 #include "logging/CCgReports.h"
 #include "logging/util/CxMutex.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -35,6 +37,8 @@ struct FileState {
     FileName name;
     std::int32_t filePermission = 0744;
     std::int32_t dirPermission = 0771;
+    std::unique_ptr<CCgCodeset, decltype(&ccg_closeCodeset)> codeset{nullptr,
+                                                                     ccg_closeCodeset};  ///< none: UTF-8
     bool appending = true;
     bool semaphoreOpen = false;
     std::int32_t semaphoreKey = 31821;
