@@ -2,6 +2,7 @@
 //
 // The input is "section NUL key NUL value NUL profile".
 #include "platform/os/profileText.h"
+#include "platform/os/wideText.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -43,6 +44,16 @@ void requireOneChange(std::string_view before, std::string_view after, std::size
     require(before.find_first_of("\r\n") == before.npos);
 }
 
+// A text in UTF-16 as UTF-8, in which changes can be seen; that loses nothing.
+std::string narrow(std::string const& text)
+{
+    if (!isWideText(text))
+        return text;
+    std::string const utf8 = utf8OfWideText(text);
+    require(wideTextOfUtf8(utf8, isBigEndian(text)) == (text.size() % 2 == 0 ? text : text + '\0'));
+    return utf8;
+}
+
 // Blanks and a part of quotes as the value is read.
 std::string_view trimmed(std::string_view text)
 {
@@ -74,7 +85,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
         return 0;
     }
     // A header, the line and up to three line ends.
-    requireOneChange(before, text, section.size() + key.size() + value.size() + 10);
+    require(isWideText(text) == isWideText(before));
+    requireOneChange(narrow(before), narrow(text), section.size() + key.size() + value.size() + 10);
     ProfileText const changed(text);
     auto const read = changed.value(section, key);
     require(read.has_value());

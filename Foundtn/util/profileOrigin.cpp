@@ -4,6 +4,8 @@
 #include "platform/os/os.h"
 #include "platform/os/profileFile.h"
 #include "platform/os/profileText.h"
+#include "platform/os/wideText.h"
+#include "text/stringHelpers.h"
 
 namespace zk {
 namespace {
@@ -24,6 +26,18 @@ std::string contentOf(char const* path)
     return content;
 }
 
+// The line that a setting stands in.
+int lineIn(CString const& file, CString section, CString name)
+{
+    std::string content = contentOf(file);
+    if (os::isWideText(content)) {
+        omConvertStringToUTF8(section);
+        omConvertStringToUTF8(name);
+    }
+    os::ProfileText const text(std::move(content));
+    return static_cast<int>(text.lineOf(section.view(), name.view()));
+}
+
 }  // namespace
 
 CString profileFile()
@@ -39,8 +53,7 @@ ProfileOrigin profileOrigin(CString const& section, CString const& name)
     if (instance && instance->GetProfileValue(section, name, origin.value, nullptr)) {
         origin.source = ProfileOrigin::profile;
         origin.file = profileFile();
-        os::ProfileText const text(contentOf(origin.file));
-        origin.line = static_cast<int>(text.lineOf(section.GetString(), name.GetString()));
+        origin.line = lineIn(origin.file, section, name);
     } else if (IAppProfileService::GetEnvironmentVariableA(name, origin.value, nullptr)) {
         origin.source = ProfileOrigin::environment;
     }

@@ -20,7 +20,7 @@ struct ProfileOrigin {
     Source source = absent;
     CString value;  ///< As readers see it; empty where it is absent.
     CString file;   ///< The profile file, if the value comes from it.
-    int line = 0;   ///< Its line in the file, from 1; 0 where it cannot be told, as in a file in UTF-16.
+    int line = 0;   ///< Its line in the file, from 1; 0 where it cannot be told.
 };
 
 /// The file that the process's profile is, whether it exists or not; empty without a profile object, and where

@@ -1,12 +1,12 @@
 #include "platform/os/profileText.h"
 
+#include "platform/os/wideText.h"
+
 #include <algorithm>
 #include <cstring>
 
 namespace zk::os {
 namespace {
-
-constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
 
 // The old end-of-file mark of text files counts as a blank.
 bool isBlank(char c) noexcept
@@ -144,7 +144,7 @@ void forEachSection(std::string_view text, Visit visit)
 {
     std::size_t const start = startOf(text);
     Place place{text.substr(start, 0), start, start, start};
-    for (bool isLast = isWideProfile(text); !isLast;) {
+    for (bool isLast = false; !isLast;) {
         auto const next = nextHeader(text, place.body);
         place.end = next ? next->header : text.size();
         isLast = !next;
@@ -240,7 +240,7 @@ void insertLines(std::string& text, std::size_t place, std::initializer_list<std
 
 bool beginsWithMark(std::string_view text) noexcept
 {
-    return text.starts_with(utf8Mark) || isWideProfile(text);
+    return text.starts_with(utf8Mark) || isWideText(text);
 }
 
 // Whether a line would be read as what it is meant to be.
@@ -262,6 +262,81 @@ std::size_t placeOf(std::string_view text, std::string_view part) noexcept
     return std::size_t(part.data() - text.data());
 }
 
+// Changes a text that may be in UTF-16. False, with the text as it was, if the change doesn't fit into that.
+template <class Change>
+bool changeAsUtf8(std::string& text, Change change)
+{
+    if (!isWideText(text)) {
+        change(text);
+        return true;
+    }
+    std::string const before = utf8OfWideText(text);
+    std::string after = before;
+    change(after);
+    if (after == before)
+        return true;
+    auto wide = wideTextOfUtf8(after, isBigEndian(text));
+    if (wide)
+        text = *std::move(wide);
+    return wide.has_value();
+}
+
+void setValue(std::string& text, std::string_view section, std::string_view header, std::string_view key,
+              std::string_view value)
+{
+    std::string const newLine = std::string(key).append("=").append(value);
+    auto const place = findSection(text, section);
+    if (!place) {
+        insertLines(text, text.size(), {header, newLine});
+        return;
+    }
+    std::optional<Line> found;
+    forEachLine(text, place->body, place->end, [&](Line const& line, std::size_t, std::size_t) {
+        if ((line.kind == Line::keyOnly || line.kind == Line::keyAndValue) && isSameName(line.name, key))
+            found = line;
+        return !found;
+    });
+    if (!found) {
+        insertLines(text, ownLines(text, *place).end, {newLine});
+    } else if (found->kind == Line::keyOnly) {
+        std::size_t const end = placeOf(text, found->content) + found->content.size();
+        text.insert(end, std::string("=").append(value));
+    } else if (found->field != value) {
+        std::size_t start = placeOf(text, found->field);
+        while (found->field.empty() && start < text.size() && isBlank(text[start]) && !isLineEnd(text[start]))
+            ++start;
+        text.replace(start, found->field.size(), value);
+    }
+}
+
+void removeKey(std::string& text, std::string_view section, std::string_view key)
+{
+    auto const place = findSection(text, section);
+    if (!place)
+        return;
+    std::size_t start = 0;
+    std::size_t end = 0;
+    forEachLine(text, place->body, place->end, [&](Line const& line, std::size_t from, std::size_t next) {
+        bool const isKey = line.kind == Line::keyOnly || line.kind == Line::keyAndValue;
+        if (!isKey || !isSameName(line.name, key))
+            return true;
+        start = from;
+        end = next;
+        return false;
+    });
+    // What stands behind the first line must not become a mark: an empty line stays before it.
+    if (start == 0 && beginsWithMark(std::string_view(text).substr(end)))
+        end = lineEndOf(text, 0);
+    text.erase(start, end - start);
+}
+
+void removeSection(std::string& text, std::string_view section)
+{
+    auto const place = findSection(text, section);
+    if (place)
+        text.erase(place->header, ownLines(text, *place).remove - place->header);
+}
+
 }  // namespace
 
 std::uint32_t NameIndex::hashOf(std::string_view name) noexcept
@@ -277,7 +352,8 @@ bool NameIndex::isSame(std::string_view a, std::string_view b) noexcept
     return isSameName(a, b);
 }
 
-ProfileText::ProfileText(std::string bytes) : bytes_(std::move(bytes))
+ProfileText::ProfileText(std::string bytes)
+    : bytes_(isWideText(bytes) ? utf8OfWideText(bytes) : std::move(bytes))
 {
     std::string_view const text = bytes_;
     forEachSection(text, [&](Place const& place) {
@@ -356,11 +432,6 @@ std::string_view withoutQuotes(std::string_view value) noexcept
     return isQuoted ? value.substr(1, value.size() - 2) : value;
 }
 
-bool isWideProfile(std::string_view text) noexcept
-{
-    return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
-}
-
 bool setProfileValue(std::string& text, std::string_view section, std::string_view key,
                      std::string_view value)
 {
@@ -369,58 +440,18 @@ bool setProfileValue(std::string& text, std::string_view section, std::string_vi
     value = trimmed(value);
     std::string const header = std::string("[").append(section).append("]");
     std::string const newLine = std::string(key).append("=").append(value);
-    if (isWideProfile(text) || !canBeHeader(header, section) || !canBeKey(newLine, key, value))
-        return false;
-
-    auto const place = findSection(text, section);
-    if (!place) {
-        insertLines(text, text.size(), {header, newLine});
-        return true;
-    }
-    std::optional<Line> found;
-    forEachLine(text, place->body, place->end, [&](Line const& line, std::size_t, std::size_t) {
-        if ((line.kind == Line::keyOnly || line.kind == Line::keyAndValue) && isSameName(line.name, key))
-            found = line;
-        return !found;
-    });
-    if (!found) {
-        insertLines(text, ownLines(text, *place).end, {newLine});
-    } else if (found->kind == Line::keyOnly) {
-        std::size_t const end = placeOf(text, found->content) + found->content.size();
-        text.insert(end, std::string("=").append(value));
-    } else if (found->field != value) {
-        std::size_t start = placeOf(text, found->field);
-        while (found->field.empty() && start < text.size() && isBlank(text[start]) && !isLineEnd(text[start]))
-            ++start;
-        text.replace(start, found->field.size(), value);
-    }
-    return true;
+    return canBeHeader(header, section) && canBeKey(newLine, key, value) &&
+        changeAsUtf8(text, [&](std::string& narrow) { setValue(narrow, section, header, key, value); });
 }
 
 void removeProfileKey(std::string& text, std::string_view section, std::string_view key)
 {
-    auto const place = findSection(text, trimmed(section));
-    if (!place)
-        return;
-    key = trimmed(key);
-    std::size_t start = 0;
-    std::size_t end = 0;
-    forEachLine(text, place->body, place->end, [&](Line const& line, std::size_t from, std::size_t next) {
-        bool const isKey = line.kind == Line::keyOnly || line.kind == Line::keyAndValue;
-        if (!isKey || !isSameName(line.name, key))
-            return true;
-        start = from;
-        end = next;
-        return false;
-    });
-    text.erase(start, end - start);
+    changeAsUtf8(text, [&](std::string& narrow) { removeKey(narrow, trimmed(section), trimmed(key)); });
 }
 
 void removeProfileSection(std::string& text, std::string_view section)
 {
-    auto const place = findSection(text, trimmed(section));
-    if (place)
-        text.erase(place->header, ownLines(text, *place).remove - place->header);
+    changeAsUtf8(text, [&](std::string& narrow) { removeSection(narrow, trimmed(section)); });
 }
 
 }  // namespace zk::os

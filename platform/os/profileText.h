@@ -13,8 +13,8 @@
 // line; what stands before the first one belongs to the section "". Of sections
 // or keys with one name the first counts. ";" begins a line of comment and is
 // an ordinary character elsewhere. A line without "=" is a key without a value.
-// A byte-order mark of UTF-8 at the start is passed over. In a text that begins
-// with a mark of UTF-16 nothing is found, and nothing is changed.
+// A byte-order mark of UTF-8 at the start is passed over. A text that begins
+// with a mark of UTF-16 is read and changed as if it were UTF-8, and stays what it is (wideText.h).
 #pragma once
 
 #include <cstddef>
@@ -88,8 +88,6 @@ public:
     ProfileText(ProfileText const&) = delete;
     ProfileText& operator=(ProfileText const&) = delete;
 
-    std::string const& bytes() const noexcept { return bytes_; }
-
     /// The value as it stands, blanks trimmed and quotes in place. The view is into this object.
     std::optional<std::string_view> value(std::string_view section, std::string_view key) const;
 
@@ -131,7 +129,7 @@ std::string_view withoutQuotes(std::string_view value) noexcept;
 /// exists, else a line more at the end of the section, else a section more at the end.
 ///
 /// False, with `text` as it was, where the names and the value could not be read back: with a line
-/// break, "=" in the key, a key that looks like a comment or a section.
+/// break, "=" in the key, a key that looks like a comment or a section; in UTF-16 with bytes that are no UTF-8.
 bool setProfileValue(std::string& text, std::string_view section, std::string_view key,
                      std::string_view value);
 
@@ -141,8 +139,5 @@ void removeProfileKey(std::string& text, std::string_view section, std::string_v
 /// Removes a section with its lines. Comments above the next section that a
 /// blank line parts from this one belong to that and stay.
 void removeProfileSection(std::string& text, std::string_view section);
-
-/// Whether a text begins with a byte-order mark of UTF-16.
-bool isWideProfile(std::string_view text) noexcept;
 
 }  // namespace zk::os

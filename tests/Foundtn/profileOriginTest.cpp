@@ -27,6 +27,36 @@ TEST_IN_FRESH_PROCESS(ProfileOrigin, tellsFileAndLine)
     EXPECT_EQ(zk::profileOrigin("General", "Empty").source, zk::ProfileOrigin::absent);
 }
 
+TEST_IN_FRESH_PROCESS(ProfileOrigin, tellsTheLineInAFileInUtf16)
+{
+    TemporaryFolder const folder;
+    std::string content("\xFF\xFE");
+    for (char const c : std::string_view("; top\n\n[S]\n\xE9=v\n"))
+        content.append({c, '\0'});
+    folder.write("p.ini", content);
+    char name[8] = {};
+    WideCharToMultiByte(CP_ACP, 0, L"\u00E9", -1, name, sizeof name, nullptr, nullptr);
+    globalFlags::instance()->setFlag("CommandLine", CString("-iniFile=") + folder.path("p.ini").c_str());
+    IAppProfileService service(false);
+    service.InitProfileName(nullptr, nullptr, nullptr);
+
+    zk::ProfileOrigin const origin = zk::profileOrigin("S", name);
+
+    EXPECT_EQ(origin.value, "v");
+    EXPECT_EQ(origin.line, 4);
+}
+
+TEST_IN_FRESH_PROCESS(ProfileOrigin, namesTheProfileThatIsNotThereYet)
+{
+    EXPECT_EQ(zk::profileFile(), "");
+    IAppProfileService const service(false);
+
+    CString const file = zk::profileFile();
+
+    EXPECT_EQ(file.Right(12), "Zentrika.ini");
+    EXPECT_GT(file.GetLength(), 12);
+}
+
 TEST_IN_FRESH_PROCESS(ProfileOrigin, isTheEnvironmentWithoutAProfile)
 {
     SetEnvironmentVariableA("ZK_TEST_ORIGIN", "value");

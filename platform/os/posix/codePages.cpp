@@ -2,7 +2,7 @@
 
 #include "platform/os/posix/codePageConverter.h"
 #include "platform/os/posix/lastError.h"
-#include "platform/os/posix/utf8.h"
+#include "platform/os/utf8.h"
 
 #include <algorithm>
 #include <climits>

@@ -2,8 +2,8 @@
 
 #include "platform/os/posix/lastError.h"
 #include "platform/os/posix/systemCalls.h"
-#include "platform/os/posix/utf8.h"
 #include "platform/os/posix/writing.h"
+#include "platform/os/utf8.h"
 
 #include <unistd.h>
 

@@ -99,8 +99,6 @@ DWORD change(char const* section, char const* key, char const* value, char const
     if (file && !*file)
         return ERROR_ACCESS_DENIED;
     return changeProfile(file ? file : defaultFile, [&](std::string& text) -> DWORD {
-        if (isWideProfile(text))
-            return ERROR_BAD_FORMAT;
         if (!key)
             removeProfileSection(text, section);
         else if (!value)

@@ -38,7 +38,7 @@ ZK_UTIL_API DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LP
 /// exist is made; to remove what doesn't exist is a success that touches nothing, and so is to set a
 /// value that is there. On failure the file is as it was: ERROR_PATH_NOT_FOUND for a missing folder,
 /// ERROR_ACCESS_DENIED, ERROR_DISK_FULL; ERROR_INVALID_PARAMETER for names and values that could
-/// not be read back, as with a line break, and for a null `section`; ERROR_BAD_FORMAT for a file in UTF-16.
+/// not be read back, as with a line break, and for a null `section`.
 ZK_UTIL_API BOOL WINAPI WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value,
                                                    LPCSTR file) noexcept;
 

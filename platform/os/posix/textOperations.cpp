@@ -1,7 +1,7 @@
 #include "platform/os/posix/textOperations.h"
 
 #include "platform/os/posix/characters.h"
-#include "platform/os/posix/utf8.h"
+#include "platform/os/utf8.h"
 
 #include <charconv>
 #include <cstring>

@@ -247,13 +247,14 @@ TEST_F(ProfileFile, staysAsItIsWhereTheUserMayNotWrite)
     EXPECT_EQ(folder_.read("p.ini"), "[S]\nk=old\n");
 }
 
-TEST_F(ProfileFile, inUtf16IsNotChanged)
+TEST_F(ProfileFile, inUtf16TakesNoBytesThatAreNoUtf8)
 {
-    folder_.write("p.ini", "\xFF\xFE[S]");
+    std::string const content("\xFF\xFE[\0S\0]\0\n\0", 10);
+    folder_.write("p.ini", content);
 
-    EXPECT_FAILS(set("k", "v"), ERROR_BAD_FORMAT);
+    EXPECT_FAILS(set("k", "\xE9"), ERROR_INVALID_PARAMETER);
 
-    EXPECT_EQ(folder_.read("p.ini"), "\xFF\xFE[S]");
+    EXPECT_EQ(folder_.read("p.ini"), content);
 }
 
 // -- Bare names ------------------------------------------------------------------------

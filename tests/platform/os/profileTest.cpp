@@ -1,6 +1,8 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/expectFails.h"
 
+#include <gmock/gmock.h>
+
 #include <string>
 #include <string_view>
 
@@ -135,6 +137,72 @@ TEST_F(Profile, readsEachRowAsMeasured)
     expectRows(lineRows);
     expectRows(quoteRows);
     expectRows(strayRows);
+}
+
+// A text of ASCII in UTF-16 with its mark.
+std::string wide(std::string const& text, bool isBigEndian = false)
+{
+    std::string bytes = isBigEndian ? "\xFE\xFF" : "\xFF\xFE";
+    for (char const c : text)
+        bytes.append(isBigEndian ? std::string{'\0', c} : std::string{c, '\0'});
+    return bytes;
+}
+
+ReadRow const wideRows[] = {
+    {wide("[S]\r\nk=v\r\n"), "v"},
+    {wide("[S]\r\nk=v\r\n", true), "v"},
+    {wide("[S]\nk=v\n"), "v"},
+    {wide("[S]\rk=v\r"), "v"},
+    {wide("[S]\nk=v"), "v"},
+    {wide("[S]\nk=v", true), "v"},
+    {wide("\n\n[ S ]\n\n k = \"v\" \n"), "v"},
+    {wide("[S]\n;k=1\nk=v ; c\n"), "v ; c"},
+    {wide("[S]\nk=a\0b\n"s), "a"},
+    {wide("[S]\nk=v") + "x", "vx"},
+    {wide("[S]\nk=v\n") + "x", "v"},
+    {wide("[S]\nk=v\n").substr(2), "DEF"},
+    {wide(""), "DEF"},
+    {wide("", true), "DEF"},
+    {wide("") + "x", "DEF"},
+    {wide("") + wide("[S]\nk=v\n"), "DEF"},
+    {wide("") + wide("\n[S]\nk=v\n"), "v"},
+    {wide("") + "[S]\nk=v\n", "DEF"},
+};
+
+TEST_F(Profile, readsTextsInUtf16AsMeasured)
+{
+    for (ReadRow const& row : wideRows) {
+        write(row.content);
+        EXPECT_EQ(read("S", "k"), row.expected) << testing::PrintToString(row.content);
+    }
+}
+
+TEST_F(Profile, givesTextsInUtf16InTheCodePageOfTheProcess)
+{
+    char expected[16] = {};
+    WideCharToMultiByte(CP_ACP, 0, L"\u00E9\u20AC", -1, expected, sizeof expected, nullptr, nullptr);
+    write(wide("[S]\nk=") + "\xE9\0\xAC\x20"s);
+
+    EXPECT_EQ(read("S", "k"), expected);
+
+    EXPECT_TRUE(set("S", "j", expected));
+    EXPECT_EQ(read("S", "j"), expected);
+    EXPECT_THAT(folder_.read("p.ini"), testing::HasSubstr("j\0=\0\xE9\0\xAC\x20"s));
+}
+
+TEST_F(Profile, leavesAFileInUtf16WhatItIs)
+{
+    for (bool const isBigEndian : {false, true}) {
+        write(wide("; c\r\n[S]\r\nk=1\r\nj=2\r\n[T]\r\n", isBigEndian));
+        EXPECT_TRUE(set("S", "k", "v"));
+        EXPECT_TRUE(set("T", "m", "w"));
+        EXPECT_TRUE(set("S", "j", nullptr));
+        EXPECT_TRUE(set("U", "n", "x"));
+        WritePrivateProfileStringA(nullptr, nullptr, nullptr, file_.c_str());
+
+        EXPECT_EQ(folder_.read("p.ini"),
+                  wide("; c\r\n[S]\r\nk=v\r\n[T]\r\nm=w\r\n[U]\r\nn=x\r\n", isBigEndian));
+    }
 }
 
 TEST_F(Profile, ignoresBlanksAroundTheNamesAskedFor)

@@ -124,16 +124,92 @@ TEST(ProfileText, refusesWhatCouldNotBeReadBack)
     }
 }
 
-TEST(ProfileText, leavesATextInUtf16Alone)
+TEST(ProfileText, keepsAnEmptyLineBeforeWhatWouldBecomeAMark)
 {
-    std::string const wide = "\xFF\xFE[\0S\0]\0\n\0"s;
-    std::string text = wide;
+    EXPECT_EQ(withoutKey("k=1\n\xFF\xFE=2\n", "", "k"), "\n\xFF\xFE=2\n");
+    EXPECT_EQ(withoutKey("k=1\r\n\xEF\xBB\xBFj=2\n", "", "k"), "\r\n\xEF\xBB\xBFj=2\n");
+}
 
-    EXPECT_FALSE(setProfileValue(text, "S", "k", "v"));
-    removeProfileKey(text, "S", "k");
-    removeProfileSection(text, "");
+// -- UTF-16 ----------------------------------------------------------------------------
 
-    EXPECT_EQ(text, wide);
+std::string wide(std::u16string_view text)
+{
+    std::string bytes = "\xFF\xFE";
+    for (char16_t const unit : text)
+        bytes.append({char(unit & 0xFF), char(unit >> 8)});
+    return bytes;
+}
+
+std::string bigWide(std::u16string_view text)
+{
+    std::string bytes = "\xFE\xFF";
+    for (char16_t const unit : text)
+        bytes.append({char(unit >> 8), char(unit & 0xFF)});
+    return bytes;
+}
+
+TEST(WideProfileText, isReadAsUtf8)
+{
+    ProfileText const text(wide(u"; c\r\n[S]\r\nk = \u00E9\u0416\U0001F600 \r\n"));
+
+    EXPECT_EQ(text.value("s", "K"), "\u00E9\u0416\U0001F600");
+    EXPECT_EQ(text.sectionNames(), "S\0"s);
+    EXPECT_EQ(text.keyNames("S"), "k\0"s);
+    EXPECT_EQ(text.lineOf("S", "k"), 3u);
+}
+
+TEST(WideProfileText, staysWhatItIsWithEachChange)
+{
+    EXPECT_EQ(set(wide(u"; \u0416\r\n\r\n[S]\r\n k = 1 \r\nj=2\r\n"), "S", "k", "\u00E9"),
+              wide(u"; \u0416\r\n\r\n[S]\r\n k = \u00E9 \r\nj=2\r\n"));
+    EXPECT_EQ(set(bigWide(u"[S]\nk=1\n"), "S", "j", "\U0001F600"), bigWide(u"[S]\nk=1\nj=\U0001F600\n"));
+    EXPECT_EQ(set(wide(u""), "S", "k", "v"), wide(u"[S]\nk=v\n"));
+    EXPECT_EQ(withoutKey(wide(u"[S]\r\nk=1\r\nj=2"), "S", "k"), wide(u"[S]\r\nj=2"));
+    EXPECT_EQ(withoutSection(bigWide(u"[S]\nk=1\n[T]\n"), "S"), bigWide(u"[T]\n"));
+}
+
+TEST(WideProfileText, losesNoUnitOfTheOtherLines)
+{
+    std::u16string rest = u"\nlast=a\uFEFFb\uFFFF\u2028";
+    rest.append({0xD800, u'x', 0xDC00, 0xDBFF, u'\n', 0xDC01, 0, u'y', u'\n'});
+
+    EXPECT_EQ(set(wide(u"\uFEFF\n[S]\nk=1" + rest), "S", "k", "2"), wide(u"\uFEFF\n[S]\nk=2" + rest));
+    EXPECT_EQ(set(bigWide(u"[S]\nk=1" + rest), "S", "k", "2"), bigWide(u"[S]\nk=2" + rest));
+}
+
+TEST(WideProfileText, readsHalfAPairAsTheBytesOfItsCodeAndTakesThemBack)
+{
+    std::u16string value = u"a?b";
+    value[1] = 0xD800;
+    std::string const text = wide(u"[S]\nk=" + value + u"\n");
+
+    EXPECT_EQ(ProfileText(text).value("S", "k"),
+              "a\xED\xA0\x80"
+              "b");
+    EXPECT_EQ(set(text, "S", "j",
+                  "a\xED\xA0\x80"
+                  "b"),
+              wide(u"[S]\nk=" + value + u"\nj=" + value + u"\n"));
+}
+
+TEST(WideProfileText, refusesBytesThatAreNoUtf8)
+{
+    std::string const before = wide(u"[S]\nk=1\n");
+    for (char const* const value :
+         {"\xE9", "\xC3", "\xC0\xAF", "\xED\xA0\xBD\xED\xB8\x80", "\xF4\x90\x80\x80", "\xFF\xFE"}) {
+        std::string text = before;
+        EXPECT_FALSE(setProfileValue(text, "S", "k", value)) << testing::PrintToString(value);
+        EXPECT_EQ(text, before);
+    }
+}
+
+TEST(WideProfileText, completesAByteAtItsEndOnlyWithAChange)
+{
+    std::string const before = wide(u"[S]\nk=1\nj=v") + "x";
+
+    EXPECT_EQ(ProfileText(before).value("S", "j"), "vx");
+    EXPECT_EQ(set(before, "S", "k", "1"), before);
+    EXPECT_EQ(set(before, "S", "k", "2"), wide(u"[S]\nk=2\nj=vx"));
 }
 
 TEST(ProfileText, tellsTheLineOfAKey)
