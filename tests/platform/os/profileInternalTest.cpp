@@ -1,7 +1,6 @@
 #include "platform/os/posix/profileCache.h"
 #include "platform/os/profileFile.h"
 
-#include "tests/support/ChildProcess.h"
 #include "tests/support/FaultInjector.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/asOrdinaryUser.h"
@@ -10,8 +9,6 @@
 
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <random>
 
 namespace zk::test {
 namespace {
@@ -313,61 +310,6 @@ TEST_F(BareProfile, isMadeAtTheFirstWriteForTheUserAlone)
     struct stat status;
     ASSERT_EQ(stat(folder_.path("config/zentrika").c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0700u);
-}
-
-// -- Many writers, sudden ends ---------------------------------------------------------
-
-constexpr int keysEach = 500;
-
-ZK_CHILD(writesManyKeys)
-{
-    std::string const prefix = parent.hear();
-    for (int i = 0; i < keysEach; ++i)
-        if (!WritePrivateProfileStringA("S", (prefix + std::to_string(i)).c_str(), "v",
-                                        parent.argument().c_str()))
-            return 1;
-    return 0;
-}
-
-TEST_F(ProfileFile, losesNoKeyOfTwoWriters)
-{
-    ChildProcess first("writesManyKeys", file_);
-    ChildProcess second("writesManyKeys", file_);
-    first.say("a");
-    second.say("b");
-    EXPECT_EQ(first.exitCode(), 0);
-    EXPECT_EQ(second.exitCode(), 0);
-
-    for (int i = 0; i < keysEach; ++i) {
-        EXPECT_EQ(read(("a" + std::to_string(i)).c_str()), "v");
-        EXPECT_EQ(read(("b" + std::to_string(i)).c_str()), "v");
-    }
-    EXPECT_EQ(entries(), 1u);
-}
-
-ZK_CHILD(writesUntilItIsKilled)
-{
-    parent.say("ready");
-    for (int i = 1;; ++i)
-        WritePrivateProfileStringA("S", "k", i % 2 ? "new" : "old", parent.argument().c_str());
-}
-
-TEST_F(ProfileFile, isWholeWheneverItsWriterIsKilled)
-{
-    std::string const rest = std::string(100'000, 'x') + "\nlast=1\n";
-    std::mt19937 random(7);
-    for (int round = 0; round < 200; ++round) {
-        folder_.write("p.ini", "[S]\nk=old\nbig=" + rest);
-        ChildProcess child("writesUntilItIsKilled", file_);
-        child.awaits("ready");
-        usleep(useconds_t(random() % 2000));  // what is tested is a random moment
-        child.kill();
-
-        std::string const content = folder_.read("p.ini");
-        EXPECT_TRUE(content == "[S]\nk=old\nbig=" + rest || content == "[S]\nk=new\nbig=" + rest);
-    }
-    EXPECT_TRUE(set("k", "end"));
-    EXPECT_EQ(entries(), 1u);
 }
 
 TEST_F(ProfileFile, isReadAndWrittenByManyThreads)

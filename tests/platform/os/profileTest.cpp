@@ -361,18 +361,6 @@ TEST_F(Profile, holdsALongValue)
     EXPECT_EQ(read("S", "after"), "2");
 }
 
-TEST_F(Profile, findsEachOfManyKeys)
-{
-    std::string content = "[S]\n";
-    for (int i = 0; i < 100'000; ++i)
-        content += "key" + std::to_string(i) + "=" + std::to_string(i * 7) + "\n";
-    write(content);
-
-    for (int i : {0, 1, 49'999, 99'998, 99'999})
-        EXPECT_EQ(read("S", ("KEY" + std::to_string(i)).c_str()), std::to_string(i * 7));
-    EXPECT_EQ(read("S", "key100000"), "DEF");
-}
-
 struct WriteRow {
     char const* content;
     char const* section;
