@@ -87,7 +87,9 @@ private:
     {
         closeFile(handler_, reports_);
         rolledOver_ = true;
-        if (!rollOver({.name = state_.name, .maxFiles = state_.maxFiles}, reports_))
+        if (rollOver({.name = state_.name, .maxFiles = state_.maxFiles}, reports_))
+            removeOldest(state_.name, reports_);
+        else
             keepsContent_ = true;
     }
 

@@ -39,12 +39,15 @@ bool isFolder(std::string const& path)
     return CxFileStat(path.c_str(), status).ok() && status.isFolder;
 }
 
+std::string asidePath(FileName const& name)
+{
+    return name.path(0).append(asideSuffix);
+}
+
 class Files {
 public:
     Files(FileName const& name, Reports& reports)
-        : name_(name), aside_(name.path(0).append(asideSuffix)), reports_(reports)
-    {
-    }
+        : name_(name), aside_(asidePath(name)), reports_(reports) { }
 
     std::string const& aside() const { return aside_; }
     bool has(std::int32_t index) const { return exists(name_.path(index)); }
@@ -53,7 +56,6 @@ public:
     Outcome rename(std::int32_t from, std::int32_t to) { return rename(name_.path(from), name_.path(to)); }
     Outcome putAside(std::int32_t index) { return rename(name_.path(index), aside_); }
     Outcome putBack(std::int32_t index) { return rename(aside_, name_.path(index)); }
-    Outcome removeAside() { return outcomeOf(CxFileDelete(aside_.c_str()), reports_); }
 
 private:
     Outcome rename(std::string const& from, std::string const& to)
@@ -71,7 +73,7 @@ private:
 std::int32_t highestTarget(Rollover const& rollover, Files const& files, bool closesGap)
 {
     std::int32_t const last = rollover.maxFiles - 1;
-    std::int32_t index = closesGap ? rollover.lowest + 1 : std::min(last, sparseIndexes);
+    std::int32_t index = closesGap ? rollover.lowest : std::min(last, sparseIndexes);
     while (index < last && files.has(index))
         ++index;
     return index;
@@ -104,9 +106,12 @@ bool rollOver(Rollover const& rollover, Reports& reports)
             files.putBack(top);
         return false;
     }
-    if (oldest == Outcome::done || isStale)
-        files.removeAside();
     return true;
+}
+
+bool removeOldest(FileName const& name, Reports& reports)
+{
+    return outcomeOf(CxFileDelete(asidePath(name).c_str()), reports) == Outcome::done;
 }
 
 }  // namespace zk::logging

@@ -24,9 +24,13 @@ struct Rollover {
     bool wasInterrupted = false;  ///< a process is known to have ended in the middle of one
 };
 
-/// Renames index by index; false if the files are as they were, with the reason in `reports`.
+/// Renames index by index and leaves the oldest file, which has no index any more, put aside; false if the files
+/// are as they were, with the reason in `reports`.
 ///
 /// Missing files are passed over. Beyond index 1000 files count up to the first one that is missing.
 bool rollOver(Rollover const& rollover, Reports& reports);
+
+/// Removes the file that was put aside, and tells whether there was one.
+bool removeOldest(FileName const& name, Reports& reports);
 
 }  // namespace zk::logging

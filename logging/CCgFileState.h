@@ -44,6 +44,7 @@ struct FileState {
     std::int32_t semaphoreKey = 31821;
     CxMutex semaphore;
     bool logInternalErrs = true;
+    bool mayBeHalfRolled = false;  ///< whether the rollover of a process that ended may have to be finished
 
     FileState();
 

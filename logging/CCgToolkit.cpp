@@ -7,6 +7,7 @@
 #include "logging/CCgLogManager.h"
 #include "logging/CCgLogger.h"
 #include "logging/CCgMsgIdFilter.h"
+#include "logging/CCgMultiProcFileHandler.h"
 #include "logging/CCgPDLogger.h"
 #include "logging/CCgPDXMLFormatter.h"
 #include "logging/CCgQlnTraceFormatter.h"
@@ -130,6 +131,8 @@ void registerToolkitClasses()
     ccg_registerHandler("ccg_consolehandler", &consoleHandler, consoleHandlerEntries,
                         consoleHandlerObjectEntries);
     ccg_registerHandler("ccg_filehandler", &fileHandler, fileHandlerEntries, fileHandlerObjectEntries);
+    ccg_registerHandler("ccg_multiproc_filehandler", nullptr, multiProcFileHandlerEntries,
+                        multiProcFileHandlerObjectEntries);
     ccg_registerFormatter("ccg_basicformatter", &basicFormatter, {}, {});
     ccg_registerFormatter("ccg_xmlformatter", &xmlFormatter, xmlFormatterEntries, xmlFormatterObjectEntries);
     ccg_registerFormatter("ccg_qlntraceformatter", nullptr, traceFormatterEntries,

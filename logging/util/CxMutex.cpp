@@ -12,6 +12,18 @@ CCgResult made(CxMutex& mutex, char const* name) noexcept
     return mutex.handle ? CCgResult() : zk::logging::lastSystemError();
 }
 
+CCgResult locked(CxMutex const& mutex, std::uint32_t milliseconds, bool& wasAbandoned) noexcept
+{
+    wasAbandoned = false;
+    if (!mutex.handle)
+        return zk::logging::invalidArguments;
+    DWORD const result = WaitForSingleObject(mutex.handle, milliseconds);
+    wasAbandoned = result == WAIT_ABANDONED;
+    if (result == WAIT_TIMEOUT)
+        SetLastError(ERROR_SEM_TIMEOUT);  // a wait that ran out sets none
+    return result == WAIT_OBJECT_0 || wasAbandoned ? CCgResult() : zk::logging::lastSystemError();
+}
+
 }  // namespace
 
 CCgResult CxMutexCreate(CxMutex& mutex) noexcept
@@ -52,13 +64,13 @@ CCgResult CxMutexLockNamed(CxMutex const& mutex) noexcept
     return CxMutexLockFor(mutex, longestWait);
 }
 
+CCgResult CxMutexLockNamed(CxMutex const& mutex, bool& wasAbandoned) noexcept
+{
+    return locked(mutex, longestWait, wasAbandoned);
+}
+
 CCgResult CxMutexLockFor(CxMutex const& mutex, std::uint32_t milliseconds) noexcept
 {
-    if (!mutex.handle)
-        return zk::logging::invalidArguments;
-    switch (WaitForSingleObject(mutex.handle, milliseconds)) {
-    case WAIT_OBJECT_0:
-    case WAIT_ABANDONED: return {};
-    default: return zk::logging::lastSystemError();
-    }
+    bool wasAbandoned;
+    return locked(mutex, milliseconds, wasAbandoned);
 }

@@ -40,5 +40,8 @@ ZK_UTIL_API CCgResult CxMutexCreateNamed(CxMutex& mutex, std::int32_t key) noexc
 /// Waits for the mutex 10000 ms at most; then 'w' with the last error.
 ZK_UTIL_API CCgResult CxMutexLockNamed(CxMutex const& mutex) noexcept;
 
+/// The same, and tells whether the last owner ended without giving it back: what it guards may be half-changed.
+ZK_UTIL_API CCgResult CxMutexLockNamed(CxMutex const& mutex, bool& wasAbandoned) noexcept;
+
 /// The same with a limit of one's own.
 ZK_UTIL_API CCgResult CxMutexLockFor(CxMutex const& mutex, std::uint32_t milliseconds) noexcept;

@@ -109,6 +109,25 @@ private:
     rlimit before_;
 };
 
+/// Ends the process there and then: nothing is given back, nothing is flushed.
+[[noreturn]] inline void endProcess(int code)
+{
+    _exit(code);
+}
+
+/// Runs work in a child of its own; the code with which it ended.
+template <class Work>
+int exitCodeOf(Work work)
+{
+    pid_t const child = fork();
+    if (child == 0) {
+        work();
+        _exit(0);
+    }
+    int status = -1;
+    return waitpid(child, &status, 0) == child && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
 /// Mounts an empty file system of a size ("64k") at a folder, seen by this process and its children alone.
 /// For a child that ends with the test.
 inline bool mountSmallFileSystem(std::string const& folder, char const* size)
@@ -122,11 +141,7 @@ inline bool mountSmallFileSystem(std::string const& folder, char const* size)
 /// Whether mountSmallFileSystem() works for this user, tried in a child.
 inline bool canMountFileSystems(std::string const& folder)
 {
-    pid_t const child = fork();
-    if (child == 0)
-        _exit(mountSmallFileSystem(folder, "64k") ? 0 : 1);
-    int status = -1;
-    return waitpid(child, &status, 0) == child && status == 0;
+    return exitCodeOf([&] { endProcess(mountSmallFileSystem(folder, "64k") ? 0 : 1); }) == 0;
 }
 
 }  // namespace zk::test

@@ -61,6 +61,40 @@ TEST(CxMutex, ofAThreadThatEndedGoesToTheNext)
     CxMutexClose(mutex);
 }
 
+TEST(CxMutex, tellsTheNextThatItsOwnerEnded)
+{
+    CxMutex mutex;
+    CxMutexCreate(mutex);
+    bool wasAbandoned = true;
+    EXPECT_TRUE(CxMutexLockNamed(mutex, wasAbandoned).ok());
+    EXPECT_FALSE(wasAbandoned);
+    CxMutexUnlock(mutex);
+    std::thread([&] { CxMutexLock(mutex); }).join();
+
+    EXPECT_TRUE(CxMutexLockNamed(mutex, wasAbandoned).ok());
+
+    EXPECT_TRUE(wasAbandoned);
+    CxMutexUnlock(mutex);
+    CxMutexClose(mutex);
+}
+
+TEST(CxMutex, thatIsNotHadInTimeTellsSo)
+{
+    CxMutex mutex;
+    CxMutexCreate(mutex);
+    CxMutexLock(mutex);
+
+    CCgResult other;
+    std::thread([&] {
+        SetLastError(ERROR_SUCCESS);
+        other = CxMutexLockFor(mutex, 1);
+    }).join();
+
+    EXPECT_EQ(other, (CCgResult{'w', ERROR_SEM_TIMEOUT}));
+    CxMutexUnlock(mutex);
+    CxMutexClose(mutex);
+}
+
 TEST(CxMutex, thatWasNotMadeIsAnInvalidArgument)
 {
     CxMutex none;
