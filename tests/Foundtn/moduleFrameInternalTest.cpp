@@ -6,19 +6,18 @@
 
 namespace {
 
-// Static objects of one file are made in order: the frame of the library is older.
-bool const wasMadeAtLoad = typeid(zk::moduleFrame()) == typeid(CZK_UTIL_DLLApp);
-
-TEST(ModuleFrame, isMadeWhenTheModuleIsLoaded)
+TEST(ModuleFrame, livesAsLongAsTheModule)
 {
-    EXPECT_TRUE(wasMadeAtLoad);
+    EXPECT_EQ(typeid(zk::moduleFrame()), typeid(CZK_UTIL_DLLApp));
+    EXPECT_EQ(zk::moduleFrame().m_pszAppName, nullptr);
+    EXPECT_FALSE(zk::moduleFrame().m_bAutoDelete);
 }
 
 TEST(ModuleFrame, isNotTheApplicationThoughItLives)
 {
-    EXPECT_EQ(zk::moduleFrame().m_pszAppName, nullptr);
+    ASSERT_EQ(typeid(zk::moduleFrame()), typeid(CZK_UTIL_DLLApp));
+
     EXPECT_EQ(AfxGetApp(), nullptr);
-    EXPECT_FALSE(zk::moduleFrame().m_bAutoDelete);
 }
 
 }  // namespace

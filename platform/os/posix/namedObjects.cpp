@@ -235,7 +235,7 @@ DWORD NamedMemory::create(std::string const& folder, ObjectName const& name, Req
     folder_ = folder;
     path_ = path;
     if (request.takesMutex)
-        mutexIsTaken_ = pthread_mutex_lock(&mutex()) == 0;
+        mutexIsTaken_ = pthread_mutex_trylock(&mutex()) == 0;  // nobody else knows it yet
     return ERROR_SUCCESS;
 }
 
