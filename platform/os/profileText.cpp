@@ -314,16 +314,18 @@ void removeKey(std::string& text, std::string_view section, std::string_view key
     auto const place = findSection(text, section);
     if (!place)
         return;
+    bool isThere = false;
     std::size_t start = 0;
     std::size_t end = 0;
     forEachLine(text, place->body, place->end, [&](Line const& line, std::size_t from, std::size_t next) {
         bool const isKey = line.kind == Line::keyOnly || line.kind == Line::keyAndValue;
-        if (!isKey || !isSameName(line.name, key))
-            return true;
+        isThere = isKey && isSameName(line.name, key);
         start = from;
         end = next;
-        return false;
+        return !isThere;
     });
+    if (!isThere)
+        return;
     // What stands behind the first line must not become a mark: an empty line stays before it.
     if (start == 0 && beginsWithMark(std::string_view(text).substr(end)))
         end = lineEndOf(text, 0);

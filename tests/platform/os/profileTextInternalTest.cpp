@@ -212,6 +212,22 @@ TEST(WideProfileText, completesAByteAtItsEndOnlyWithAChange)
     EXPECT_EQ(set(before, "S", "k", "2"), wide(u"[S]\nk=2\nj=vx"));
 }
 
+TEST(ProfileText, changesNothingWhereWhatIsToBeRemovedIsNotThere)
+{
+    for (std::u16string const content : {u"", u"; top\n[S]\nk=1\n", u"[S]\nk=1\n", u"k=1\n[S]\n", u"\n"}) {
+        std::string const narrow(content.begin(), content.end());
+        for (std::string const& text : {narrow, "\xEF\xBB\xBF" + narrow, wide(content), bigWide(content)}) {
+            EXPECT_EQ(withoutKey(text, "S", "absent"), text);
+            EXPECT_EQ(withoutKey(text, "absent", "k"), text);
+            EXPECT_EQ(withoutKey(text, "", "absent"), text);
+            EXPECT_EQ(withoutKey(text, "S", ""), text);
+            EXPECT_EQ(withoutSection(text, "absent"), text);
+        }
+    }
+    for (std::string const& text : {"[S]\nk=1\n"s, "\xEF\xBB\xBF[S]\nk=1\n"s, wide(u"[S]\nk=1\n")})
+        EXPECT_EQ(withoutSection(text, ""), text);
+}
+
 TEST(ProfileText, tellsTheLineOfAKey)
 {
     ProfileText const text("; top\r\n\r[S]\n\nk=1\r\nj=2\nx\n[T]\nk=3");
