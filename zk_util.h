@@ -73,6 +73,7 @@
 #include "files/logicalPaths.h"
 #include "files/paths.h"
 
+#include "logging/CCgCatalog.h"
 #include "logging/CCgCodeset.h"
 #include "logging/CCgEvent.h"
 #include "logging/CCgHandler.h"

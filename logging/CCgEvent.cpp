@@ -94,7 +94,7 @@ std::string const& CCgEvent::messageId()
 {
     if (!msgId) {
         CxStringBuff text;
-        ccg_appendMessageText(text, message);
+        zk::logging::appendMessageText(text, message);
         CCgMsgIdForm const form = ccg_classifyMsgId(text.view());
         msgId = std::string(text.view().substr(0, static_cast<std::size_t>(form.length)));
     }

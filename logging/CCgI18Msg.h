@@ -38,9 +38,20 @@ struct ZK_UTIL_API CCgI18Msg {
     void add(char const* value) { parameters.add(CCgParm::ofText(value)); }
 };
 
-/// The message's text, formatted with its parameters; the unformatted text where they don't fit it.
+/// The message's text: that of its catalog in the user's language, or in its locale, or, where there is none, the
+/// default text. It is formatted with the message's parameters; the default text unformatted where they don't fit.
 /// A NUL among the parameters ends the text. The caller frees it; null without memory.
+///
+/// A message with a catalog takes the toolkit's lock.
 ZK_UTIL_API char* ccg_messageText(CCgI18Msg const& message);
 
 /// The same at the end of a buffer.
 ZK_UTIL_API void ccg_appendMessageText(CxStringBuff& buffer, CCgI18Msg const& message);
+
+namespace zk::logging {
+
+/// The same for code that holds the lock.
+char* messageText(CCgI18Msg const& message);
+void appendMessageText(CxStringBuff& buffer, CCgI18Msg const& message);
+
+}  // namespace zk::logging

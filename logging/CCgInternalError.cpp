@@ -129,7 +129,7 @@ void reportResult(CCgResult const& result)
 void printError(std::int32_t key, std::initializer_list<CCgParm> parameters)
 {
     CxStringBuff text;
-    ccg_appendMessageText(text, internalMessage(key, internalText(key).c_str(), listOf(parameters)));
+    appendMessageText(text, internalMessage(key, internalText(key).c_str(), listOf(parameters)));
     text.append('\n');
     printToConsole(stderr, text.view());
 }

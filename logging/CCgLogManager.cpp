@@ -1,5 +1,6 @@
 #include "logging/CCgLogManager.h"
 
+#include "logging/CCgCatalogCache.h"
 #include "logging/CCgCodesetText.h"
 #include "logging/CCgInternalError.h"
 #include "logging/CCgReadProps.h"
@@ -83,6 +84,7 @@ void stop()
     while (!current->objects.empty())
         retireObject(current->objects.at(0).second);
     delete std::exchange(current, nullptr);
+    purgeCatalogs();
     stopCodesets();
 }
 

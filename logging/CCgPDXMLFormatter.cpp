@@ -157,7 +157,7 @@ private:
     void writeText()
     {
         out_.append(" <LogText><![CDATA[");
-        ccg_appendMessageText(out_, event_.message);
+        appendMessageText(out_, event_.message);
         out_.append("]]></LogText>\n");
     }
 

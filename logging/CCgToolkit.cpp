@@ -39,7 +39,7 @@ char* noText(CCgObject*)
 
 char* plainMessageText(CCgObject*, CCgI18Msg const* message)
 {
-    return message ? ccg_messageText(*message) : nullptr;
+    return message ? messageText(*message) : nullptr;
 }
 
 template <class Entry>

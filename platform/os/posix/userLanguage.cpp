@@ -1,0 +1,10 @@
+#include "platform/os/userLanguage.h"
+
+namespace zk::os {
+
+std::string userLanguage()
+{
+    return {};
+}
+
+}  // namespace zk::os
