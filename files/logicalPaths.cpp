@@ -4,9 +4,10 @@
 #include "Foundtn/util/getEnv.h"
 #include "files/paths.h"
 #include "platform/classlib/CStringMaps.h"
-#include "text/stringListConversions.h"
+#include "platform/classlib/blanks.h"
 
-#include <memory>
+#include <algorithm>
+#include <string_view>
 
 namespace {
 
@@ -18,14 +19,17 @@ CMapStringToString& resolvedNames()
     return names;
 }
 
-bool resolve(CString const& name, CString& value)
+// The value of a name; null if it has none.
+CString const* resolve(CString const& name)
 {
-    if (resolvedNames().Lookup(name, value))
-        return true;
+    CMapStringToString& names = resolvedNames();
+    if (auto const* const known = names.PLookup(name))
+        return &known->value;
+    CString value;
     if (!omGetEnvVar("General", name, value))
-        return false;
-    resolvedNames().SetAt(name, value);
-    return true;
+        return nullptr;
+    names.SetAt(name, value);
+    return &names.PLookup(name)->value;
 }
 
 // The native separators in front that a path keeps: two, one or none.
@@ -72,24 +76,32 @@ CString tempDirOfProfile()
 
 bool expandLogicalPath(CString const& path, CString& result)
 {
-    CString const root = rootOf(path);
-    std::unique_ptr<CStringList> const components(omConvertStringToStringList(path, "\\/", 0, 0));
+    CString expanded = rootOf(path);
+    bool isFirst = true;
     bool hasResolved = false;
-    for (POSITION position = components->GetHeadPosition(); position;) {
-        CString& component = components->GetNext(position);
-        if (component.GetAt(0) != '$')
+    for (std::string_view rest = path.view(); !rest.empty();) {
+        std::size_t const end = std::min(rest.find_first_of("\\/"), rest.size());
+        std::string_view const component = zk::trimmed(rest.substr(0, end));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+        if (component.empty())
             continue;
-        CString const name = component.Mid(1);
-        if (resolve(name, component)) {
+        if (!isFirst)
+            expanded += omPathSeparator();
+        isFirst = false;
+        if (component.front() != '$') {
+            expanded.Append(component.data(), static_cast<int>(component.size()));
+            continue;
+        }
+        CString const name(component.substr(1));
+        if (CString const* const value = resolve(name)) {
+            expanded += *value;
             hasResolved = true;
-        } else if (hasResolved) {
-            component.Empty();
-        } else {
+        } else if (!hasResolved) {
             result = name;
             return false;
         }
     }
-    result = root + omConvertStringListToString(components.get(), omPathSeparator());
+    result = std::move(expanded);
     return hasResolved;
 }
 

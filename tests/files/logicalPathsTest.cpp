@@ -4,9 +4,15 @@
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/freshProcess.h"
 
+#include "Foundtn/util/getEnv.h"
+#include "files/paths.h"
 #include "platform/os/os.h"
+#include "text/stringListConversions.h"
 
 #include <gtest/gtest.h>
+
+#include <memory>
+#include <random>
 
 namespace {
 
@@ -118,6 +124,63 @@ TEST_F(LogicalPaths, askAgainForANameThatFailed)
     EXPECT_TRUE(expandLogicalPath("$ZkRoot6", result));
 
     EXPECT_STREQ(result, "now");
+}
+
+// The same by steps: a list of components, replaced one by one, and joined.
+bool expandStepwise(CString const& path, CString& result)
+{
+    CString const separator(omPathSeparator());
+    CString const root = path.Left(2) == separator + separator ? path.Left(2)
+        : path.Left(1) == separator                            ? separator
+                                                               : CString();
+    std::unique_ptr<CStringList> const components(omConvertStringToStringList(path, "\\/", 0, 0));
+    bool hasResolved = false;
+    for (POSITION position = components->GetHeadPosition(); position;) {
+        CString& component = components->GetNext(position);
+        if (component[0] != '$')
+            continue;
+        CString const name = component.Mid(1);
+        if (omGetEnvVar("General", name, component)) {
+            hasResolved = true;
+        } else if (!hasResolved) {
+            result = name;
+            return false;
+        }
+    }
+    result = root + omConvertStringListToString(components.get(), omPathSeparator());
+    return hasResolved;
+}
+
+TEST_F(LogicalPaths, expandAsIfStepByStep)
+{
+    ScopedEnvironment const first("ZkStep1", "C:\\one");
+    ScopedEnvironment const second("ZkStep2", " two\\ ");
+    std::string_view const pieces[] = {
+        "\\", "/", " ", "$ZkStep1", "$ZkStep2", "$ZkNone", "$", "a", "\t", "..", std::string_view("b\0c", 3)};
+    std::mt19937 random(5);
+    for (int round = 0; round < 20'000; ++round) {
+        CString path;
+        for (unsigned count = random() % 10; count > 0; --count)
+            path += CString(pieces[random() % std::size(pieces)]);
+        CString expected;
+        bool const hasResolved = expandStepwise(path, expected);
+
+        EXPECT_EQ(expandLogicalPath(path, result), hasResolved) << path;
+        EXPECT_EQ(result, expected) << path;
+    }
+}
+
+TEST_F(LogicalPaths, mayExpandInPlace)
+{
+    ScopedEnvironment const set("ZkInPlace", "root");
+    CString path("$ZkInPlace/a");
+
+    EXPECT_TRUE(expandLogicalPath(path, path));
+    EXPECT_STREQ(path, "root\\a");
+
+    path = "$NOSUCH/a";
+    EXPECT_FALSE(expandLogicalPath(path, path));
+    EXPECT_STREQ(path, "NOSUCH");
 }
 
 TEST_F(LogicalPaths, doNotExpandWhatANameResolvedTo)
