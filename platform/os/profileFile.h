@@ -8,8 +8,8 @@
 
 namespace zk::os {
 
-/// The file that the private-profile calls reach under a name; empty, with the last error set, where the
-/// user has no folder for a bare name.
+/// The file that the private-profile calls reach under a name; empty for an empty name, and, with the last
+/// error set, where the user has no folder for a bare name.
 std::string profileFile(char const* name);
 
 }  // namespace zk::os

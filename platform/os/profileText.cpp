@@ -372,6 +372,7 @@ ProfileText::Section const* ProfileText::sectionOf(std::string_view name) const
         return nullptr;
     Section const& section = sections_[number];
     std::call_once(section.isIndexed, [&] {
+        section.keys.clear();  // of an attempt that found no memory
         forEachLine(section.body, 0, section.body.size(), [&](Line const& line, std::size_t, std::size_t) {
             if (line.kind == Line::keyOnly || line.kind == Line::keyAndValue)
                 section.keys.push_back({line.name, line.value(), line.kind == Line::keyAndValue});

@@ -128,8 +128,8 @@ std::string_view withoutQuotes(std::string_view value) noexcept;
 /// Gives a key its value in a profile's text, and changes nothing else: the value alone where the key
 /// exists, else a line more at the end of the section, else a section more at the end.
 ///
-/// False, with `text` as it was, where the names and the value could not be read back: with a line
-/// break, "=" in the key, a key that looks like a comment or a section; in UTF-16 with bytes that are no UTF-8.
+/// Blanks around the names and the value are left out, quotes stay. False, with `text` as it was, where
+/// these could not be read back: with a line break, "=" in the key, a key that looks like a comment or a section; in UTF-16 with bytes that are no UTF-8.
 bool setProfileValue(std::string& text, std::string_view section, std::string_view key,
                      std::string_view value);
 

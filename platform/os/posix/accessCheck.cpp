@@ -23,6 +23,14 @@ bool isReadOnlyFile(char const* path) noexcept
         (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
+// The caller knows only ENOENT for what cannot be reached and EACCES for what may not be done.
+int failure(int error) noexcept
+{
+    bool const isUnreachable = error == ENOTDIR || error == ELOOP || error == ENAMETOOLONG;
+    errno = isUnreachable ? ENOENT : error == EROFS ? EACCES : error;
+    return -1;
+}
+
 }  // namespace
 
 int _access(char const* path, int mode) noexcept
@@ -30,18 +38,15 @@ int _access(char const* path, int mode) noexcept
     using namespace zk::os;
 
     if (!path || (mode & ~(readMode | writeMode)) != 0) {
-        errno = EINVAL;
-        return -1;
+        return failure(EINVAL);
     }
     int const wanted = ((mode & readMode) != 0 ? R_OK : 0) | ((mode & writeMode) != 0 ? W_OK : 0);
     auto const ask = [&] {
         return systemCalls().faccessat(AT_FDCWD, path, wanted == 0 ? F_OK : wanted, AT_EACCESS);
     };
     if (uninterrupted(ask) != 0)
-        return -1;
-    if ((mode & writeMode) != 0 && isReadOnlyFile(path)) {
-        errno = EACCES;
-        return -1;
-    }
+        return failure(errno);
+    if ((mode & writeMode) != 0 && isReadOnlyFile(path))
+        return failure(EACCES);
     return 0;
 }

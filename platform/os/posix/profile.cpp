@@ -182,7 +182,7 @@ DWORD writeStruct(char const* section, char const* key, void const* data, UINT s
 
 std::string profileFile(char const* name)
 {
-    if (std::strchr(name, '/'))
+    if (!*name || std::strchr(name, '/'))
         return name;
     std::string folder;
     if (auto const configuration = environmentVariable("XDG_CONFIG_HOME");
@@ -207,6 +207,7 @@ DWORD WINAPI GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR default
     if (!value || room == 0)
         return 0;
     try {
+        Shield const whole;  // a thread that is ended leaves no section half-indexed
         return giveValue(section, key, defaultValue, value, room, file);
     } catch (std::bad_alloc const&) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
@@ -227,6 +228,7 @@ BOOL WINAPI WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value,
 BOOL WINAPI GetPrivateProfileStructA(LPCSTR section, LPCSTR key, LPVOID data, UINT size, LPCSTR file) noexcept
 {
     try {
+        Shield const whole;
         return readStruct(section, key, data, size, file);
     } catch (std::bad_alloc const&) {
         return report(ERROR_NOT_ENOUGH_MEMORY);

@@ -116,8 +116,7 @@ DWORD load(char const* path, std::shared_ptr<ProfileText const>& profile)
     if (!S_ISREG(status.st_mode))
         return ERROR_ACCESS_DENIED;
     std::string bytes;
-    bytes.reserve(std::size_t(status.st_size) + 1);
-    if (DWORD const error = readWhole(file.get(), bytes))
+    if (DWORD const error = readWhole(file.get(), status.st_size, bytes))
         return error;
     profile = std::make_shared<ProfileText const>(std::move(bytes));
     Stamp const stamp(status);
@@ -140,9 +139,12 @@ DWORD readProfile(char const* path, std::shared_ptr<ProfileText const>& profile)
     return profile ? ERROR_SUCCESS : load(path, profile);
 }
 
-DWORD readWhole(int descriptor, std::string& bytes)
+DWORD readWhole(int descriptor, off_t size, std::string& bytes)
 {
     constexpr std::size_t least = 4096;
+    if (size > off_t(mostBytesOfProfile))
+        return ERROR_NOT_ENOUGH_MEMORY;
+    bytes.reserve(std::size_t(size) + 1);
     std::size_t length = bytes.size();
     for (;;) {
         if (length == bytes.size())
@@ -152,6 +154,8 @@ DWORD readWhole(int descriptor, std::string& bytes)
         if (count == -1)
             return errorFromErrno(errno);
         length += std::size_t(count);
+        if (length > mostBytesOfProfile)
+            return ERROR_NOT_ENOUGH_MEMORY;
         if (count == 0)
             break;
     }

@@ -16,10 +16,14 @@
 
 namespace zk::os {
 
+/// What is larger is no profile: nobody shall have to hold it in memory.
+inline constexpr std::size_t mostBytesOfProfile = std::size_t(1) << 30;
+
 /// Gives the profile in a file; null and the error if it cannot be read. Costs one stat() if it is known.
 DWORD readProfile(char const* path, std::shared_ptr<ProfileText const>& profile);
 
-/// Reads what an open file holds. Gives the error, 0 for none.
-DWORD readWhole(int descriptor, std::string& bytes);
+/// Reads what an open file of this size holds, or holds meanwhile. Gives the error, 0 for none:
+/// ERROR_NOT_ENOUGH_MEMORY for more than mostBytesOfProfile.
+DWORD readWhole(int descriptor, off_t size, std::string& bytes);
 
 }  // namespace zk::os

@@ -52,22 +52,26 @@ public:
     WriterLock(WriterLock const&) = delete;
     WriterLock& operator=(WriterLock const&) = delete;
 
+    /// Waits for the lock. Where the file system has none, the result is a success without one.
     DWORD acquire(std::string const& profile)
     {
         path_ = beside(profile, ".lock");
         for (;;) {
-            Descriptor file(uninterrupted([&] {
-                return systemCalls().open(path_.c_str(),
-                                          O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666);
-            }));
+            bool isNew = false;
+            Descriptor file(openFile(isNew));
             if (!file)
                 return errorOfPath(path_.c_str(), errno);
-            if (uninterrupted([&] { return systemCalls().flock(file.get(), LOCK_EX); }) == -1)
-                return errorFromErrno(errno);
             struct stat held;
+            bool const isLocked =
+                uninterrupted([&] { return systemCalls().flock(file.get(), LOCK_EX); }) == 0;
+            if (!isLocked || systemCalls().fstat(file.get(), &held) == -1) {
+                int const error = errno;
+                if (isLocked || isNew)
+                    systemCalls().unlink(path_.c_str());
+                bool const hasNone = error == ENOLCK || error == EOPNOTSUPP || error == ENOSYS;
+                return !isLocked && hasNone ? ERROR_SUCCESS : errorFromErrno(error);
+            }
             struct stat named;
-            if (systemCalls().fstat(file.get(), &held) == -1)
-                return errorFromErrno(errno);
             bool const isNamed = systemCalls().stat(path_.c_str(), &named) == 0 &&
                 named.st_ino == held.st_ino && named.st_dev == held.st_dev;
             if (isNamed) {
@@ -77,15 +81,41 @@ public:
         }
     }
 
+    bool isHeld() const noexcept { return bool(file_); }
+
 private:
+    // A file of another user's may perhaps be opened for reading alone, which is enough for a lock.
+    int openFile(bool& isNew) const noexcept
+    {
+        constexpr int always = O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+        auto const open = [&](int flags) {
+            return uninterrupted([&] { return systemCalls().open(path_.c_str(), flags | always, 0666); });
+        };
+        for (;;) {
+            int file = open(O_RDWR | O_CREAT | O_EXCL);
+            isNew = file != -1;
+            if (isNew || errno != EEXIST)
+                return file;
+            file = open(O_RDWR);
+            if (file == -1 && errno == EACCES)
+                file = open(O_RDONLY);
+            if (file != -1 || errno != ENOENT)
+                return file;
+        }
+    }
+
     std::string path_;
     Descriptor file_;
 };
 
-// The file that is to take the profile's place. Only the holder of the lock makes one.
+// The file that is to take the profile's place. Only the holder of the lock makes the one of the known
+// name; where there are no locks, each thread has a name of its own.
 class NewFile {
 public:
-    explicit NewFile(std::string const& profile) : path_(beside(profile, ".new")) { }
+    NewFile(std::string const& profile, bool isLocked)
+        : path_(beside(profile, isLocked ? ".new" : ("." + std::to_string(gettid()) + ".new").c_str()))
+    {
+    }
     ~NewFile()
     {
         if (isThere_)
@@ -137,8 +167,8 @@ private:
     static bool copyRights(int file, struct stat const& old) noexcept
     {
         bool const isOthers = old.st_uid != geteuid() || old.st_gid != getegid();
-        if (isOthers && fchown(file, old.st_uid, old.st_gid) == -1)
-            static_cast<void>(fchown(file, uid_t(-1), old.st_gid));  // at least the group, if that is allowed
+        if (isOthers && systemCalls().fchown(file, old.st_uid, old.st_gid) == -1)
+            systemCalls().fchown(file, uid_t(-1), old.st_gid);  // at least the group, if that is allowed
         return systemCalls().fchmod(file, old.st_mode & 0777) == 0;
     }
 
@@ -160,16 +190,17 @@ DWORD readOld(std::string const& path, std::string& text, std::optional<struct s
     bool const mayBeWritten = S_ISREG(status->st_mode) && (status->st_mode & S_IWUSR);
     if (!mayBeWritten)
         return ERROR_ACCESS_DENIED;
-    text.reserve(std::size_t(status->st_size) + 1);
-    return readWhole(file.get(), text);
+    // A folder that all may write to does not make all owners of what lies in it.
+    if (systemCalls().faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == -1)
+        return errorOfPath(path.c_str(), errno);
+    return readWhole(file.get(), status->st_size, text);
 }
 
-// Makes the folders in which a bare name lies. A folder that cannot be made shows when the file is.
-void makeConfigurationFolder(std::string const& path)
+// Makes the folders in which a bare name lies, for the user alone. One that cannot be made shows when the file is.
+void makeFoldersOf(std::string const& path)
 {
-    std::string const folder(folderOf(path));
-    systemCalls().mkdir(std::string(folderOf(folder)).c_str(), 0700);
-    systemCalls().mkdir(folder.c_str(), 0700);
+    for (std::size_t end = path.find('/', 1); end != path.npos; end = path.find('/', end + 1))
+        systemCalls().mkdir(path.substr(0, end).c_str(), 0700);
 }
 
 bool isThere(std::string const& path) noexcept
@@ -190,7 +221,7 @@ DWORD changeProfile(char const* name, std::function<DWORD(std::string&)> const& 
         std::string none;
         if (DWORD const error = edit(none); error || none.empty())
             return error;
-        makeConfigurationFolder(path);
+        makeFoldersOf(path);
     }
     if (DWORD const error = followLinks(path))
         return error;
@@ -209,7 +240,9 @@ DWORD changeProfile(char const* name, std::function<DWORD(std::string&)> const& 
         return error;
     if (changed == text)
         return ERROR_SUCCESS;
-    NewFile file(path);
+    if (changed.size() > mostBytesOfProfile)
+        return ERROR_NOT_ENOUGH_MEMORY;
+    NewFile file(path, lock.isHeld());
     if (DWORD const error = file.write(changed, status))
         return error;
     return file.takePlaceOf(path);

@@ -7,6 +7,7 @@
 #include "platform/os/posix/profileCache.h"
 #include "platform/os/posix/shieldedLock.h"
 #include "platform/os/posix/systemCalls.h"
+#include "platform/os/posix/threadRecord.h"
 
 #include <cstring>
 #include <map>
@@ -138,6 +139,7 @@ template <class Work>
 LSTATUS statusOf(Work&& work) noexcept
 {
     PreserveLastError const preserve;
+    Shield const whole;  // a thread that is ended leaves no section half-indexed
     return LSTATUS(guarded(work));
 }
 

@@ -7,7 +7,7 @@
 std::string zk::os::profileFile(char const* name)
 {
     // A bare name lies in the system's own folder.
-    if (std::string_view(name).find_first_of("\\/:") != std::string_view::npos)
+    if (!*name || std::string_view(name).find_first_of("\\/:") != std::string_view::npos)
         return name;
     char folder[MAX_PATH];
     UINT const length = GetWindowsDirectoryA(folder, MAX_PATH);

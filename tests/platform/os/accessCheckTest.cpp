@@ -69,7 +69,10 @@ TEST_F(AccessCheck, findsNothingBelowAFile)
 {
     folder.write("file", "x");
 
-    EXPECT_EQ(access("file/deeper", 0), -1);
+    for (int const mode : {0, 2, 4, 6}) {
+        EXPECT_EQ(access("file/deeper", mode), -1);
+        EXPECT_EQ(errno, ENOENT);
+    }
 }
 
 }  // namespace

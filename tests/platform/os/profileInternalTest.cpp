@@ -7,8 +7,13 @@
 #include "tests/support/expectFails.h"
 #include "tests/support/openDescriptors.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <chrono>
+#include <limits>
+#include <thread>
 
 namespace zk::test {
 namespace {
@@ -21,6 +26,18 @@ public:
     {
         Result const result = call(clock, now);
         now->tv_sec += 1000;
+        return result;
+    }
+};
+
+// All files say that they are larger than they can be.
+class HugeFiles : public Interceptor<&SystemCalls::fstat, HugeFiles> {
+public:
+    template <class Result, class Call>
+    Result intercept(Call call, int descriptor, struct stat* status)
+    {
+        Result const result = call(descriptor, status);
+        status->st_size = std::numeric_limits<off_t>::max();
         return result;
     }
 };
@@ -76,6 +93,40 @@ TEST_F(ProfileFile, isLookedAtAnewAfterEachChange)
     }
 }
 
+TEST_F(ProfileFile, isLookedAtAnewThoughSizeAndTimeOfWritingAreAsBefore)
+{
+    folder_.write("p.ini", "[S]\nk=1\n");
+    struct stat before;
+    ASSERT_EQ(stat(file_.c_str(), &before), 0);
+    timespec const times[] = {before.st_atim, before.st_mtim};
+    LaterClock const clock;
+    EXPECT_EQ(read("k"), "1");
+
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));  // the kernel's clock goes by steps
+    folder_.write("p.ini", "[S]\nk=2\n");
+    ASSERT_EQ(utimensat(AT_FDCWD, file_.c_str(), times, 0), 0);
+    EXPECT_EQ(read("k"), "2");
+
+    folder_.write("other", "[S]\nk=3\n");
+    ASSERT_EQ(utimensat(AT_FDCWD, folder_.path("other").c_str(), times, 0), 0);
+    std::filesystem::rename(folder_.path("other"), file_);
+    EXPECT_EQ(read("k"), "3");
+}
+
+TEST_F(ProfileFile, givesWayToOthersAndIsReadAgain)
+{
+    LaterClock const clock;
+    for (int round = 0; round < 2; ++round)
+        for (int number = 0; number < 20; ++number) {
+            std::string const name = "p" + std::to_string(number) + ".ini";
+            if (round == 0)
+                folder_.write(name, "[S]\nk=" + std::to_string(number) + "\n");
+            char value[8];
+            GetPrivateProfileStringA("S", "k", "DEF", value, sizeof value, folder_.path(name).c_str());
+            EXPECT_EQ(value, std::to_string(number));
+        }
+}
+
 TEST_F(ProfileFile, isForgottenWhenItIsGone)
 {
     folder_.write("p.ini", "[S]\nk=v\n");
@@ -94,6 +145,25 @@ TEST_F(ProfileFile, givesDefaultsWhenItCannotBeRead)
     FaultInjector<&SystemCalls::read> const broken({.error = EIO});
     EXPECT_EQ(read("k"), "DEF");
     EXPECT_EQ(GetLastError(), ERROR_IO_DEVICE);
+}
+
+TEST_F(ProfileFile, isNeitherReadNorWrittenWhereItIsTooLarge)
+{
+    folder_.write("p.ini", "[S]\nk=old\n");
+    {
+        HugeFiles const huge;
+        EXPECT_EQ(read("k"), "DEF");
+        EXPECT_EQ(GetLastError(), ERROR_NOT_ENOUGH_MEMORY);
+        EXPECT_FAILS(set("k", "new"), ERROR_NOT_ENOUGH_MEMORY);
+    }
+    EXPECT_EQ(folder_.read("p.ini"), "[S]\nk=old\n");
+
+    // A file that takes no room on the disk, but would in memory.
+    ASSERT_EQ(truncate(file_.c_str(), off_t(3) << 30), 0);
+    EXPECT_EQ(read("k"), "DEF");
+    EXPECT_EQ(GetLastError(), ERROR_NOT_ENOUGH_MEMORY);
+    EXPECT_FAILS(set("k", "new"), ERROR_NOT_ENOUGH_MEMORY);
+    EXPECT_EQ(entries(), 1u);
 }
 
 TEST_F(ProfileFile, holdsAValueOfAMegabyte)
@@ -127,6 +197,46 @@ TEST_F(ProfileFile, keepsItsMode)
         EXPECT_TRUE(set("k", std::to_string(wanted).c_str()));
         EXPECT_EQ(mode(), wanted);
     }
+}
+
+TEST_F(ProfileFile, keepsItsOwnerAsFarAsThatIsAllowed)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only the superuser can give a file away";
+    constexpr uid_t other = 65534;
+    folder_.write("p.ini", "[S]\nk=1\n");
+    ASSERT_EQ(chown(file_.c_str(), other, other), 0);
+    struct stat status;
+
+    EXPECT_TRUE(set("k", "2"));
+    ASSERT_EQ(stat(file_.c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, other);
+    EXPECT_EQ(status.st_gid, other);
+
+    {
+        FaultInjector<&SystemCalls::fchown> const refused({.error = EPERM});
+        EXPECT_TRUE(set("k", "3"));
+        EXPECT_EQ(refused.calls(), 2) << "the second time for the group alone";
+    }
+    ASSERT_EQ(stat(file_.c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, geteuid());
+    EXPECT_EQ(status.st_gid, other);
+}
+
+TEST_F(ProfileFile, isOnTheDiskBeforeAndBehindItsRenaming)
+{
+    int flushed = 0;
+    int flushedBefore = 0;
+    {
+        BeforeCall<&SystemCalls::fsync> const flushes([&] { ++flushed; });
+        BeforeCall<&SystemCalls::rename> const renames([&] { flushedBefore = flushed; });
+        EXPECT_TRUE(set("k", "1"));
+    }
+    EXPECT_EQ(flushedBefore, 1);
+    EXPECT_EQ(flushed, 2) << "the folder too";
+
+    FaultInjector<&SystemCalls::fsync> const lost({.error = EIO, .onCall = 2});
+    EXPECT_TRUE(set("k", "2")) << "it is in place already";
 }
 
 TEST_F(ProfileFile, staysALink)
@@ -182,6 +292,34 @@ TEST_F(ProfileFile, takesAwayWhatAKilledWriterLeft)
     EXPECT_EQ(read("k"), "2");
 }
 
+TEST_F(ProfileFile, isWrittenBesideTheLockFileOfAnotherUser)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only the superuser can leave a file to another user";
+    chmod(folder_.path().c_str(), 0777);
+    folder_.write(".p.ini.lock", "");
+    chmod(folder_.path(".p.ini.lock").c_str(), 0644);
+
+    asOrdinaryUser([&] { EXPECT_TRUE(set("k", "1")); });
+
+    EXPECT_EQ(read("k"), "1");
+    EXPECT_EQ(entries(), 1u);
+}
+
+TEST_F(ProfileFile, isWrittenWhereTheFileSystemHasNoLocks)
+{
+    for (int const error : {ENOLCK, EOPNOTSUPP}) {
+        FaultInjector<&SystemCalls::flock> const none({.error = error, .times = always});
+        folder_.write(".p.ini.new", "of another writer");
+
+        EXPECT_TRUE(set("k", std::to_string(error).c_str()));
+
+        EXPECT_EQ(read("k"), std::to_string(error));
+        EXPECT_EQ(folder_.read(".p.ini.new"), "of another writer");
+        EXPECT_EQ(entries(), 2u);
+    }
+}
+
 TEST_F(ProfileFile, followsNoLinkThatStandsInItsHelpersPlace)
 {
     folder_.write("victim", "precious");
@@ -207,6 +345,7 @@ void expectOldContentAfter(ProfileFile const&, std::string const& file, Temporar
     }
     EXPECT_EQ(folder.read("p.ini"), "[S]\nk=old\n");
     EXPECT_FALSE(folder.exists(".p.ini.new"));
+    EXPECT_FALSE(folder.exists(".p.ini.lock"));
 }
 
 TEST_F(ProfileFile, keepsItsContentWhenAWriteFails)
@@ -215,7 +354,8 @@ TEST_F(ProfileFile, keepsItsContentWhenAWriteFails)
     expectOldContentAfter<&SystemCalls::fsync>(*this, file_, folder_, EIO, ERROR_IO_DEVICE);
     expectOldContentAfter<&SystemCalls::rename>(*this, file_, folder_, EROFS, ERROR_WRITE_PROTECT);
     expectOldContentAfter<&SystemCalls::fchmod>(*this, file_, folder_, EPERM, ERROR_ACCESS_DENIED);
-    expectOldContentAfter<&SystemCalls::flock>(*this, file_, folder_, ENOLCK, ERROR_GEN_FAILURE);
+    expectOldContentAfter<&SystemCalls::flock>(*this, file_, folder_, EIO, ERROR_IO_DEVICE);
+    expectOldContentAfter<&SystemCalls::fstat>(*this, file_, folder_, EIO, ERROR_IO_DEVICE);
     expectOldContentAfter<&SystemCalls::read>(*this, file_, folder_, EIO, ERROR_IO_DEVICE);
     expectOldContentAfter<&SystemCalls::open>(*this, file_, folder_, EMFILE, ERROR_TOO_MANY_OPEN_FILES);
 }
@@ -242,6 +382,23 @@ TEST_F(ProfileFile, staysAsItIsWhereTheUserMayNotWrite)
         asOrdinaryUser([&] { EXPECT_FAILS(set("k", "new"), ERROR_ACCESS_DENIED); });
 
     EXPECT_EQ(folder_.read("p.ini"), "[S]\nk=old\n");
+}
+
+TEST_F(ProfileFile, isNotReplacedByWhoMayNotWriteIt)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only the superuser can leave a file to another user";
+    folder_.write("p.ini", "[S]\nk=old\n");
+    chmod(file_.c_str(), 0644);
+    chmod(folder_.path().c_str(), 0777);
+
+    asOrdinaryUser([&] { EXPECT_FAILS(set("k", "new"), ERROR_ACCESS_DENIED); });
+
+    struct stat status;
+    ASSERT_EQ(stat(file_.c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, 0u);
+    EXPECT_EQ(folder_.read("p.ini"), "[S]\nk=old\n");
+    EXPECT_EQ(entries(), 1u);
 }
 
 TEST_F(ProfileFile, inUtf16TakesNoBytesThatAreNoUtf8)
@@ -273,6 +430,34 @@ TEST_F(BareProfile, liesInTheUsersConfiguration)
 {
     EXPECT_EQ(os::profileFile("my.ini"), folder_.path("config/zentrika/my.ini"));
     EXPECT_EQ(os::profileFile("./my.ini"), "./my.ini");
+}
+
+TEST_F(BareProfile, withoutNameIsNoFile)
+{
+    EXPECT_EQ(os::profileFile(""), "");
+    EXPECT_FAILS(WritePrivateProfileStringA("S", "k", "v", ""), ERROR_ACCESS_DENIED);
+}
+
+TEST_F(BareProfile, hasANameWhereNoneIsGiven)
+{
+    EXPECT_TRUE(WritePrivateProfileStringA("S", "k", "v", nullptr));
+
+    char buffer[8] = {};
+    EXPECT_EQ(GetPrivateProfileStringA("S", "k", "DEF", buffer, 8, "win.ini"), 1u);
+    EXPECT_STREQ(buffer, "v");
+    EXPECT_EQ(GetPrivateProfileStringA("S", "k", "DEF", buffer, 8, nullptr), 1u);
+}
+
+TEST_F(BareProfile, makesAllFoldersThatAreMissing)
+{
+    SetEnvironmentVariableA("XDG_CONFIG_HOME", folder_.path("none/deeper/config").c_str());
+
+    EXPECT_TRUE(WritePrivateProfileStringA("S", "k", "v", "my.ini"));
+
+    EXPECT_EQ(folder_.read("none/deeper/config/zentrika/my.ini"), "[S]\nk=v\n");
+    struct stat status;
+    ASSERT_EQ(stat(folder_.path("none").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0700u);
 }
 
 TEST_F(BareProfile, liesBelowTheHomeFolderOtherwise)

@@ -448,6 +448,16 @@ TEST_F(Profile, removesNothingWithSuccessWhereNothingIs)
     EXPECT_EQ(folder_.read("p.ini"), "[S]\nk=1\n");
 }
 
+TEST_F(Profile, withAMarkKeepsItsFirstLineWhereNothingIsRemoved)
+{
+    write("\xEF\xBB\xBF[S]\r\nk=1\r\n");
+
+    EXPECT_TRUE(set("S", "x", nullptr));
+
+    EXPECT_EQ(read("S", "k"), "1");
+    EXPECT_EQ(folder_.read("p.ini"), "\xEF\xBB\xBF[S]\r\nk=1\r\n");
+}
+
 TEST_F(Profile, leavesAFileAloneWhoseValueIsTheNewOne)
 {
     write("[S]\nk=v\n");

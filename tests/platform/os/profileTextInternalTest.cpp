@@ -1,5 +1,9 @@
 #include "platform/os/profileText.h"
 
+#include "tests/support/OutOfMemory.h"
+
+#include <gtest/gtest.h>
+
 #include <string>
 
 using namespace std::string_literals;
@@ -226,6 +230,22 @@ TEST(ProfileText, changesNothingWhereWhatIsToBeRemovedIsNotThere)
     }
     for (std::string const& text : {"[S]\nk=1\n"s, "\xEF\xBB\xBF[S]\nk=1\n"s, wide(u"[S]\nk=1\n")})
         EXPECT_EQ(withoutSection(text, ""), text);
+}
+
+TEST(ProfileText, listsEachKeyOnceWhenMemoryWasLackingBefore)
+{
+    std::string content = "[S]\n";
+    std::string expected;
+    for (char key = 'a'; key <= 'z'; ++key) {
+        content.append({key, '=', '1', '\n'});
+        expected.append({key, '\0'});
+    }
+    ProfileText const text(content);
+    std::string names;
+
+    EXPECT_GT(zk::test::failuresOf([&] { names = text.keyNames("S"); }, [&] { return names.empty(); }), 0);
+
+    EXPECT_EQ(names, expected);
 }
 
 TEST(ProfileText, tellsTheLineOfAKey)

@@ -5,6 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
+#include <limits>
+
 using namespace zk::test;
 
 namespace {
@@ -45,6 +49,28 @@ TEST_F(RegistryFailures, ofAValuesFileAreToldToTheCaller)
     }
     size = sizeof buffer;
     EXPECT_EQ(RegQueryValueExA(key, "UserDirectory", nullptr, nullptr, buffer, &size), 0);
+    RegCloseKey(key);
+}
+
+class HugeFiles : public Interceptor<&SystemCalls::fstat, HugeFiles> {
+public:
+    template <class Result, class Call>
+    Result intercept(Call call, int descriptor, struct stat* status)
+    {
+        Result const result = call(descriptor, status);
+        status->st_size = std::numeric_limits<off_t>::max();
+        return result;
+    }
+};
+
+TEST_F(RegistryFailures, makeAValueMissingWhoseFileIsTooLarge)
+{
+    HKEY key = nullptr;
+    ASSERT_EQ(open(key), 0);
+    HugeFiles const huge;
+
+    EXPECT_EQ(RegQueryValueExA(key, "UserDirectory", nullptr, nullptr, nullptr, nullptr),
+              LSTATUS(ERROR_FILE_NOT_FOUND));
     RegCloseKey(key);
 }
 

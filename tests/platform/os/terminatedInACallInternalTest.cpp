@@ -2,7 +2,9 @@
 #include "platform/os/os.h"
 
 #include "tests/support/FaultInjector.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/support/endsAThread.h"
+#include "tests/support/openDescriptors.h"
 
 #include <gtest/gtest.h>
 
@@ -49,6 +51,41 @@ TEST(ThreadEndedInACall, leavesTheEnvironmentsLockFree)
     EXPECT_EQ(GetEnvironmentVariableA("ZkTerminated", nullptr, 0), 6u) << "the call came to its end";
     SetEnvironmentVariableA("ZkTerminated", nullptr);
     CloseHandle(thread);
+}
+
+DWORD WINAPI readsAProfile(void* file)
+{
+    char value[8];
+    GetPrivateProfileStringA("S", "k", "", value, sizeof value, static_cast<char const*>(file));
+    return 0;
+}
+
+TEST(ThreadEndedInACall, leavesNoProfileOpen)
+{
+    ZK_SKIP_ENDS_A_THREAD();
+    TemporaryFolder const folder;
+    folder.write("p.ini", "[S]\nk=v\n");
+    std::string file = folder.path("p.ini");
+    std::ptrdiff_t const before = openDescriptors();
+    hasBegun = false;
+    mayGoOn = false;
+    {
+        BeforeCall<&SystemCalls::read> const halt([] {
+            hasBegun = true;
+            while (!mayGoOn)
+                Sleep(1);
+        });
+        HANDLE const thread = CreateThread(nullptr, 0, readsAProfile, file.data(), 0, nullptr);
+        while (!hasBegun)
+            Sleep(1);
+
+        TerminateThread(thread, 7);
+        mayGoOn = true;
+        EXPECT_EQ(WaitForSingleObject(thread, 10000), DWORD{WAIT_OBJECT_0});
+        CloseHandle(thread);
+    }
+
+    EXPECT_EQ(openDescriptors(), before);
 }
 
 }  // namespace
