@@ -405,17 +405,3 @@ regexp* compileFolding(char const* expression, RegexpFault& fault)
 }
 
 }  // namespace zk
-
-regexp* regcomp(char const* exp)
-{
-    RegexpFault fault;
-    regexp* const result = regcomp(exp, fault);
-    if (!result)
-        regerror(fault.message);
-    return result;
-}
-
-regexp* regcomp(char const* exp, RegexpFault& fault)
-{
-    return zk::compileRegexp(exp, fault, std::malloc);
-}

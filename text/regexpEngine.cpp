@@ -1,11 +1,13 @@
-// The entries to the matchers: checks what they are given and picks the way.
+// The engine's entries: they check what they are given, and pick the compiler and the matcher.
 #include "text/regexpEngine.h"
+#include "text/regexpCompiler.h"
 #include "text/regexpPlan.h"
 #include "text/regexpRunner.h"
 #include "text/regexpWalker.h"
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <iterator>
 #include <string>
@@ -85,6 +87,20 @@ bool matchFolded(regexp& expression, char const* text, RegexpOutcome& outcome)
 }
 
 }  // namespace zk
+
+regexp* regcomp(char const* exp)
+{
+    RegexpFault fault;
+    regexp* const result = regcomp(exp, fault);
+    if (!result)
+        regerror(fault.message);
+    return result;
+}
+
+regexp* regcomp(char const* exp, RegexpFault& fault)
+{
+    return zk::compileRegexp(exp, fault, std::malloc);
+}
 
 RegexpOutcome regexec(regexp* prog, char const* string, std::uint64_t stepLimit)
 {
