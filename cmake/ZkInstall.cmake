@@ -27,7 +27,8 @@ endif()
 
 # ninja -C build/PRESET installed: all that `cmake --install` needs.
 add_custom_target(installed DEPENDS zk_util)
-foreach(target zk_host_texts zkprofile)
+get_property(tools GLOBAL PROPERTY ZK_TOOLS)
+foreach(target zk_host_texts ${tools})
     if(TARGET ${target})
         add_dependencies(installed ${target})
     endif()

@@ -6,6 +6,7 @@
 #   zk_test(os_internals INTERNAL ...)  # tests that reach into namespace zk
 #   zk_bench(text)                      # benchmarks in this folder
 #   zk_fuzz(regexp regexpFuzz.cpp)      # one fuzz target
+#   zk_tool(zkprofile)                  # a program for users, from this folder's sources
 
 define_property(GLOBAL PROPERTY ZK_MODULES BRIEF_DOCS "Names of all zk_module targets")
 
@@ -148,4 +149,28 @@ function(zk_fuzz name source)
     target_compile_definitions(fuzz_${name} PRIVATE ZK_UTIL_STATIC)
     target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
     set_property(GLOBAL APPEND PROPERTY ZK_FUZZERS fuzz_${name})
+endfunction()
+
+# zk_tool(<name>)
+# A program from this folder's sources, and those without main.cpp as objects,
+# <name>_core, for its tests. The man page stands beside the folder.
+function(zk_tool name)
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+    list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+    add_library(${name}_core OBJECT ${sources})
+    target_include_directories(${name}_core PUBLIC ${PROJECT_SOURCE_DIR})
+    target_compile_definitions(${name}_core PRIVATE ZK_TOOL_VERSION="${PROJECT_VERSION}")
+    target_link_libraries(${name}_core PUBLIC zk_usage_requirements PRIVATE zk_cli11 zk_warnings)
+
+    add_executable(${name} main.cpp)
+    target_link_libraries(${name} PRIVATE ${name}_core zk::util zk_warnings)
+
+    # The program finds the module beside its own folder, wherever both are installed.
+    file(RELATIVE_PATH libraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+    set_target_properties(${name} PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries}")
+    install(TARGETS ${name} RUNTIME COMPONENT tools)
+    if(NOT WIN32)
+        install(FILES ../${name}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+    endif()
+    set_property(GLOBAL APPEND PROPERTY ZK_TOOLS ${name})
 endfunction()

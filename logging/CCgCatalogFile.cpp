@@ -76,6 +76,7 @@ bool readSets(CCgCatalog& catalog, std::uint64_t size, std::uint32_t count, std:
 void load(std::int32_t file, CatalogSet& set)
 {
     set.loaded = true;
+    set.isDamaged = true;  // until all is read
     std::uint64_t size = 0;
     std::uint64_t const messagesLength = std::uint64_t(set.messageCount) * catalogMessageSize;
     if (!CxFileSize(file, size).ok() || !lies(set.messagesAt, messagesLength, size) ||
@@ -86,14 +87,18 @@ void load(std::int32_t file, CatalogSet& set)
     if (!readAt(file, set.messagesAt, records.data(), records.size()) ||
         !readAt(file, set.textsAt, texts.data(), texts.size()))
         return;
+    set.isDamaged = false;
     std::size_t const lastEnd = texts.rfind('\0');  // behind it no text is terminated
     Fields fields(records.data());
     for (std::uint32_t i = 0; i < set.messageCount; ++i) {
         auto const id = static_cast<std::int32_t>(fields.next());
         std::uint32_t const textAt = fields.next();
-        bool const isInvalid = fields.next() != 0;
-        if (!isInvalid && lastEnd != std::string::npos && textAt <= lastEnd)
+        if (fields.next() != 0)
+            continue;  // it is invalid
+        if (lastEnd != std::string::npos && textAt <= lastEnd)
             set.messages.push_back({id, textAt});
+        else
+            set.isDamaged = true;
     }
     set.texts = std::move(texts);
 }

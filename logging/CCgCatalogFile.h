@@ -38,13 +38,13 @@ struct CatalogSet {
     std::uint32_t messageCount;
 
     bool loaded = false;
+    bool isDamaged = false;                // messages that are said to be valid cannot be read
     std::vector<CatalogMessage> messages;  // those that are valid
     std::string texts;
     // What was converted, by message and name of the code set.
     std::map<std::pair<std::int32_t, std::string>, std::string> converted = {};
 };
 
-/// The last record of a file that has no more.
 inline constexpr std::string_view catalogMagic("*nazgul*");
 inline constexpr std::uint32_t catalogMajorVersion = 1;
 inline constexpr std::uint32_t catalogHeaderSize = 28;

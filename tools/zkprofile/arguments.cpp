@@ -23,7 +23,7 @@ public:
     Grammar() : program_(description, "zkprofile")
     {
         program_.set_help_flag("--help", "print this text");
-        program_.set_version_flag("--version", "zkprofile " ZKPROFILE_VERSION, "print the version");
+        program_.set_version_flag("--version", "zkprofile " ZK_TOOL_VERSION, "print the version");
         program_.add_option("--file", file_, "the profile, instead of the one that the application finds")
             ->type_name("FILE");
         program_.require_subcommand(1);
