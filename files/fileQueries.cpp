@@ -5,6 +5,8 @@
 #include "platform/classlib/CFile.h"
 #include "platform/os/accessCheck.h"
 
+#include <mutex>
+
 namespace {
 
 constexpr DWORD usersLanguage = 0x0400;  // the language that the user has by default
@@ -13,19 +15,24 @@ constexpr int existence = 0;
 constexpr int writing = 2;
 constexpr int reading = 4;
 
-// The user's folder for documents, which is writable even where the system says otherwise. Made once.
-CString myDocumentsFolder;
-bool myDocumentsPending = true;
+// The user's folder for documents, which is writable even where the system says otherwise. Made once,
+// whichever thread asks first.
+CString myDocuments;
+std::once_flag areMyDocumentsKnown;
 
-void findMyDocuments()
+CString findMyDocuments()
 {
     constexpr DWORD room = 259;
     CString profile;
     DWORD const length = GetEnvironmentVariableA("USERPROFILE", profile.GetBuffer(room), room);
     profile.ReleaseBuffer(length < room ? static_cast<int>(length) : 0);
-    if (!profile.IsEmpty())
-        myDocumentsFolder = profile + omPathSeparator() + "My Documents";
-    myDocumentsPending = false;
+    return profile.IsEmpty() ? CString() : profile + omPathSeparator() + "My Documents";
+}
+
+CString const& myDocumentsFolder()
+{
+    std::call_once(areMyDocumentsKnown, [] { myDocuments = findMyDocuments(); });
+    return myDocuments;
 }
 
 void giveError(CString* error)
@@ -100,11 +107,10 @@ int omFileHasReadPermission(CString const& path)
 
 int omFileHasWritePermission(CString const& path)
 {
-    if (myDocumentsPending)
-        findMyDocuments();
+    CString const& folder = myDocumentsFolder();
     if (_access(path, existence) != 0)
         return 0;
-    return path.CompareNoCase(myDocumentsFolder) == 0 || _access(path, writing) == 0;
+    return path.CompareNoCase(folder) == 0 || _access(path, writing) == 0;
 }
 
 int dirHasReadPermission(char const* dir)

@@ -64,6 +64,70 @@ std::string_view trimmed(std::string_view text)
     return text.substr(first, text.find_last_not_of(blanks) + 1 - first);
 }
 
+std::string lower(std::string_view text)
+{
+    std::string result(text);
+    for (char& c : result)
+        c = c >= 'A' && c <= 'Z' ? char(c + ('a' - 'A')) : c;
+    return result;
+}
+
+// What a profile gives for all keys but one, or for all sections but one.
+std::string restOf(std::string const& text, std::string const& section, std::string const* key)
+{
+    ProfileText const profile(text);
+    std::string rest;
+    std::string const sections = '\0' + profile.sectionNames();  // the unnamed one is not listed
+    for (std::string_view names = sections; !names.empty();) {
+        std::string const name = takeText(names);
+        bool const isTheSection = lower(name) == section;
+        if (isTheSection && !key)
+            continue;
+        rest += '[' + name + ']';
+        std::string const keys = profile.keyNames(name);
+        for (std::string_view left = keys; !left.empty();) {
+            std::string const one = takeText(left);
+            if (!isTheSection || lower(one) != *key)
+                rest.append(one).append("=").append(profile.value(name, one).value_or("")).append("\n");
+        }
+    }
+    return rest;
+}
+
+// Whether `after` is `before` without one stretch, or the same.
+bool isCut(std::string_view before, std::string_view after)
+{
+    std::size_t head = 0;
+    while (head < after.size() && head < before.size() && before[head] == after[head])
+        ++head;
+    return after.size() <= before.size() && before.ends_with(after.substr(head));
+}
+
+// The name as it is looked for.
+std::string sought(std::string const& name)
+{
+    return lower(trimmed(name));
+}
+
+// What is removed is one stretch; all other keys give what they gave.
+void requireThatRemovalsTakeNothingElse(std::string const& before, std::string const& section,
+                                        std::string const& key)
+{
+    std::string const theSection = sought(section);
+    std::string const theKey = sought(key);
+    std::string text = before;
+    removeProfileKey(text, section, key);
+    require(isWideText(text) == isWideText(before));
+    require(isCut(narrow(before), narrow(text)));
+    require(restOf(text, theSection, &theKey) == restOf(before, theSection, &theKey));
+
+    text = before;
+    removeProfileSection(text, section);
+    require(isWideText(text) == isWideText(before));
+    require(isCut(narrow(before), narrow(text)));
+    require(restOf(text, theSection, nullptr) == restOf(before, theSection, nullptr));
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
@@ -94,7 +158,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
 
     std::string again = text;
     require(setProfileValue(again, section, key, value) && again == text);
-    removeProfileKey(text, section, key);
-    removeProfileSection(text, section);
+    requireThatRemovalsTakeNothingElse(text, section, key);
+    requireThatRemovalsTakeNothingElse(before, section, key);
     return 0;
 }

@@ -1,9 +1,10 @@
 #include "Foundtn/util/IAppProfileInterface.h"
 
+#include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <cstdint>
 #include <limits>
+#include <string_view>
 
 namespace {
 
@@ -20,6 +21,31 @@ constexpr bool isBlank(char c)
 constexpr bool isDigit(char c)
 {
     return c >= '0' && c <= '9';
+}
+
+// What a number stands for that no float can hold: infinity, or 0 for a very small one.
+float outOfRange(std::string_view number)
+{
+    std::size_t const letter = number.find_first_of("eE");
+    std::string_view const digits = number.substr(0, letter);
+    // The place of the first digit that counts, as a power of ten. No text is so long that it overflows.
+    std::size_t const point = std::min(digits.find('.'), digits.size());
+    std::size_t const first = digits.find_first_of("123456789");
+    if (first == digits.npos)
+        return 0;
+    std::int64_t const power = first < point ? static_cast<std::int64_t>(point - first - 1)
+                                             : -static_cast<std::int64_t>(first - point);
+    std::int64_t exponent = 0;
+    if (letter != number.npos) {
+        std::string_view text = number.substr(letter + 1);
+        bool const isNegative = text.starts_with('-');
+        text.remove_prefix(isNegative || text.starts_with('+') ? 1 : 0);
+        constexpr std::int64_t beyondAllTexts = std::int64_t{1} << 40;
+        for (char const c : text)
+            exponent = std::min(exponent * 10 + (c - '0'), beyondAllTexts);
+        exponent = isNegative ? -exponent : exponent;
+    }
+    return exponent + power > 0 ? std::numeric_limits<float>::infinity() : 0.0F;
 }
 
 // Reads a text from its front; the first thing that doesn't fit ends the reading for good.
@@ -52,17 +78,13 @@ public:
     {
         skipBlanks();
         bool const isNegative = takeSign();
-        if (next_ == end_ || *next_ == '-')
-            return stop();
+        char const* const digit = next_ != end_ && *next_ == '.' ? next_ + 1 : next_;
+        if (digit == end_ || !isDigit(*digit))
+            return stop();  // words such as "nano" and "information" are no numbers
         float magnitude = 0;
-        auto result = std::from_chars(next_, end_, magnitude);
-        if (result.ec == std::errc::result_out_of_range) {
-            double wide = 0;
-            result = std::from_chars(next_, end_, wide);
-            magnitude = wide > 1 ? std::numeric_limits<float>::infinity() : static_cast<float>(wide);
-        }
-        if (result.ec != std::errc())
-            return stop();
+        auto const result = std::from_chars(next_, end_, magnitude);
+        if (result.ec == std::errc::result_out_of_range)
+            magnitude = outOfRange(std::string_view(next_, static_cast<std::size_t>(result.ptr - next_)));
         next_ = result.ptr;
         value = isNegative ? -magnitude : magnitude;
         return true;
@@ -167,7 +189,12 @@ double IAppProfileInterface::String2Double(CString const& text, double defaultVa
 
 void IAppProfileInterface::Double2String(double value, CString& text)
 {
-    text.Format("%f", value);
+    // Not by Format: the point is one in every locale, as it is read.
+    constexpr int decimals = 6;
+    char buffer[330];
+    auto const result =
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);
+    text = CString(buffer, static_cast<int>(result.ptr - buffer));
 }
 
 CString IAppProfileInterface::Double2String(double value)

@@ -9,7 +9,7 @@
 //   IAppProfileInterface::Color2String(0x030201);             // "1,2,3"
 //
 // Values are text, by section and key; the typed operations convert. A key
-// with an empty value counts as absent. Nothing throws and nothing speaks to the user.
+// with an empty value counts as absent. Nothing throws (but std::bad_alloc) or speaks to the user.
 // The host makes the one object (an IAppProfileService) early; until then, and
 // after its end, Instance() is null.
 #pragma once
@@ -71,7 +71,7 @@ public:
     static void Int2String(int value, CString& text);
     static CString Int2String(int value);
 
-    /// A number of single precision, with a point whatever the locale. On failure `value` is unchanged.
+    /// A number of single precision, with a point whatever the locale; beyond its ends infinity or 0. On failure `value` is unchanged.
     static void String2Double(CString const& text, int& ok, double& value);
     static double String2Double(CString const& text, double defaultValue);
     /// With six decimals.

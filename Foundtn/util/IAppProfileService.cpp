@@ -1,5 +1,6 @@
 #include "Foundtn/util/IAppProfileService.h"
 
+#include "Foundtn/util/growingRead.h"
 #include "files/currentFolder.h"
 #include "files/fileQueries.h"
 #include "files/paths.h"
@@ -8,31 +9,11 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <limits>
 
 namespace {
 
 constexpr char defaultName[] = "Zentrika.ini";
 constexpr char traceFile[] = "IniFileNameLog.txt";
-constexpr int firstCapacity = 260;
-constexpr int growth = 4;
-
-// Fills a text from a call that takes a buffer and its room and gives a count,
-// until `isEnough(count, capacity)`. Gives the count.
-template <class Read, class IsEnough>
-DWORD readGrowing(CString& text, Read read, IsEnough isEnough)
-{
-    for (int capacity = firstCapacity;; capacity *= growth) {
-        DWORD const count = read(text.GetBuffer(capacity), static_cast<DWORD>(capacity) + 1);
-        bool const isLast = capacity > std::numeric_limits<int>::max() / growth;
-        if (isLast || isEnough(count, static_cast<DWORD>(capacity))) {
-            DWORD const most = static_cast<DWORD>(capacity);
-            text.ReleaseBuffer(static_cast<int>(count < most ? count : most));
-            return count;
-        }
-        text.ReleaseBuffer(0);
-    }
-}
 
 bool trimOrDefault(bool isThere, CString& value, char const* defaultValue)
 {
@@ -108,7 +89,7 @@ bool IAppProfileService::GetProfileValue(char const* section, char const* key, C
                                          char const* defaultValue)
 {
     CString text;
-    DWORD const count = readGrowing(
+    DWORD const count = zk::readGrowing(
         text,
         [&](char* buffer, DWORD room) {
             return GetPrivateProfileStringA(section, key, nullptr, buffer, room, profileName_);
@@ -200,11 +181,13 @@ bool IAppProfileService::GetProfileRect(char const* section, char const* key, CR
 bool IAppProfileService::GetExecutableDir(char const* moduleName, CString& dir)
 {
     HMODULE const module = moduleName ? GetModuleHandleA(moduleName) : nullptr;
-    char path[MAX_PATH + 1];
-    DWORD const length = GetModuleFileNameA(module, path, sizeof path);
+    CString path;
+    // A path that fills the buffer may be cut: it would lead to another folder.
+    DWORD const length = zk::readGrowing(
+        path, [&](char* buffer, DWORD room) { return GetModuleFileNameA(module, buffer, room); },
+        [](DWORD read, DWORD capacity) { return read < capacity; });
     if (length == 0)
         return false;
-    path[length < MAX_PATH ? length : MAX_PATH] = '\0';
     CString file;
     CString extension;
     ParseToDirFileNameAndExtension(path, dir, file, extension);
@@ -215,9 +198,7 @@ bool IAppProfileService::GetEnvironmentVariableA(CString const& name, CString& v
                                                  char const* defaultValue)
 {
     CString text;
-    DWORD const count = readGrowing(
-        text, [&](char* buffer, DWORD room) { return ::GetEnvironmentVariableA(name, buffer, room); },
-        [](DWORD read, DWORD capacity) { return read <= capacity; });
+    DWORD const count = zk::readEnvironmentVariable(name, text);
     bool const isThere = trimOrDefault(count != 0, text, defaultValue);
     value = std::move(text);
     return isThere;

@@ -9,7 +9,7 @@ namespace {
 
 struct ToolModeState {
     IToolMode::Lang language = IToolMode::LangCpp;
-    int languageSetCount = 0;  // 0: none has been chosen yet
+    bool isLanguageChosen = false;
     IToolMode::ToolSet toolSet{};
     IToolMode::ZktMode mode = IToolMode::NoServer;
     IToolMode::PerspectiveSet perspective = IToolMode::DeveloperPerspective;
@@ -46,7 +46,7 @@ std::optional<IToolMode::Lang> languageNamed(std::string_view name)
 
 int isCurrent(IToolMode::Lang lang)
 {
-    return state.languageSetCount != 0 && state.language == lang;
+    return state.isLanguageChosen && state.language == lang;
 }
 
 }  // namespace
@@ -54,7 +54,7 @@ int isCurrent(IToolMode::Lang lang)
 void IToolMode::setLang(Lang lang)
 {
     state.language = lang;
-    ++state.languageSetCount;
+    state.isLanguageChosen = true;
 }
 
 void IToolMode::setLang(CString const& name)
@@ -170,7 +170,7 @@ int IToolMode::isDeveloperPerspective()
 void IToolMode::setToolSet(ToolSet toolSet)
 {
     state.toolSet = toolSet;
-    state.languageSetCount = 1;
+    state.isLanguageChosen = true;
     bool const isForSystems = toolSet == ToolSet{1} || toolSet == ToolSet{4};
     state.perspective = isForSystems ? SystemPerspective : DeveloperPerspective;
 }

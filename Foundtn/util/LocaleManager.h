@@ -14,7 +14,8 @@
 
 class ZK_UTIL_API LocaleManager {
 public:
-    /// The first object of the process takes the locale that is in force as the original one.
+    /// The first object of the process takes the locale that is in force as the original one, unless
+    /// getOrigLocale() has done so before.
     LocaleManager();
     virtual ~LocaleManager();
     LocaleManager(LocaleManager const&) = delete;
@@ -25,7 +26,7 @@ public:
     /// Counts one user less, and gives their number; the last one switches back. Without a user it does nothing.
     int Release();
 
-    /// The original locale, by its full name.
+    /// The original locale, by its full name; the one in force at the first call, if there was no object before.
     static CString getOrigLocale();
 
 private:

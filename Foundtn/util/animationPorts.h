@@ -5,7 +5,8 @@
 
 #include "zk_export.h"
 
-/// "General", "AnimationPortNumber", read until one has been found, once: 6423 if absent or no number.
+/// "General", "AnimationPortNumber", read at the first call: 6423 if absent then, or no number. Later changes
+/// are not seen.
 ZK_UTIL_API int zkGetAnimationPortNumber(CString* error = nullptr);
 
 /// "General", "AnimationSndBufSize"; -1 if absent or 0.

@@ -9,8 +9,8 @@
 // A setting is looked up in the profile first, by section and name, and in the
 // process environment second, by the name alone. An empty value counts as
 // absent in both. Texts for the optional `error` come from the host's numbered
-// texts; nothing here speaks to the user or throws. Everything is read anew at
-// each call unless told otherwise, and belongs to the main thread.
+// texts; nothing here speaks to the user or throws (but std::bad_alloc).
+// Everything is read anew at each call unless told otherwise, and belongs to the main thread.
 #pragma once
 
 #include "Foundtn/util/IToolMode.h"

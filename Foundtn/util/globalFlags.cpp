@@ -1,5 +1,8 @@
 #include "Foundtn/util/globalFlags.h"
 
+#include <new>
+#include <utility>
+
 namespace {
 
 constexpr int blockSize = 10;
@@ -35,6 +38,18 @@ void globalFlags::removeFlag(CString const& name)
     flags_.RemoveKey(name);
 }
 
+// Where the flag is still there this needs no memory.
+void globalFlags::putBack(CString const& name, CString&& value) noexcept
+{
+    try {
+        if (auto* const flag = flags_.PLookup(name))
+            flag->value = std::move(value);
+        else
+            flags_.SetAt(name, value);
+    } catch (std::bad_alloc const&) {  // it stays away
+    }
+}
+
 setGlobalFlag::setGlobalFlag(CString const& name, CString const& value)
     : isChanged_(false), name_(name), previous_(globalFlags::instance()->getFlag(name))
 {
@@ -51,5 +66,5 @@ setGlobalFlag::~setGlobalFlag()
     if (previous_.IsEmpty())
         globalFlags::instance()->removeFlag(name_);
     else
-        globalFlags::instance()->setFlag(name_, previous_);
+        globalFlags::instance()->putBack(name_, std::move(previous_));
 }

@@ -28,7 +28,10 @@ public:
     void removeFlag(CString const& name);
 
 private:
+    friend class setGlobalFlag;
+
     globalFlags();
+    void putBack(CString const& name, CString&& value) noexcept;
 
     CMapStringToString flags_;
 };
@@ -36,7 +39,8 @@ private:
 /// Another value of a flag for the length of a scope. Scopes may nest if they end in reverse order.
 ///
 /// A flag that has the value already is left alone, at the end of the scope too, whatever became of
-/// it meanwhile. A flag that was absent or empty is removed at the end.
+/// it meanwhile. A flag that was absent or empty is removed at the end. A flag that somebody removed
+/// meanwhile stays away if there is no memory for it.
 class ZK_UTIL_API setGlobalFlag {
 public:
     setGlobalFlag(CString const& name, CString const& value);

@@ -14,8 +14,10 @@ namespace {
 std::string contentOf(char const* path)
 {
     std::string content;
-    HANDLE const file = CreateFileA(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    // Nobody who changes or replaces the profile is hindered meanwhile.
+    constexpr DWORD shared = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    HANDLE const file =
+        CreateFileA(path, GENERIC_READ, shared, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         return content;
     char buffer[16 * 1024];
@@ -50,11 +52,13 @@ ProfileOrigin profileOrigin(CString const& section, CString const& name)
 {
     ProfileOrigin origin;
     IAppProfileInterface* const instance = IAppProfileInterface::Instance();
-    if (instance && instance->GetProfileValue(section, name, origin.value, nullptr)) {
+    if (instance && instance->GetProfileValue(section, name, origin.value, nullptr) &&
+        !origin.value.IsEmpty()) {
         origin.source = ProfileOrigin::profile;
         origin.file = profileFile();
         origin.line = lineIn(origin.file, section, name);
-    } else if (IAppProfileService::GetEnvironmentVariableA(name, origin.value, nullptr)) {
+    } else if (IAppProfileService::GetEnvironmentVariableA(name, origin.value, nullptr) &&
+               !origin.value.IsEmpty()) {
         origin.source = ProfileOrigin::environment;
     }
     return origin;

@@ -3,6 +3,7 @@
 
 #include "Foundtn/util/IToolMode.h"
 #include "Foundtn/util/globalFlags.h"
+#include "Foundtn/util/growingRead.h"
 #include "Foundtn/util/versions.h"
 #include "files/fileQueries.h"
 #include "files/paths.h"
@@ -41,7 +42,7 @@ CString join(std::initializer_list<CString> parts)
 void appendToPath(CString const& folder)
 {
     CString path;
-    IAppProfileService::GetEnvironmentVariableA("Path", path, nullptr);
+    zk::readEnvironmentVariable("Path", path);  // not trimmed: it goes back as it was
     SetEnvironmentVariableA("Path", path + ";" + folder);
 }
 
@@ -60,8 +61,9 @@ bool readUserDirectory()
     HKEY key = nullptr;
     if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, name, 0, KEY_QUERY_VALUE | KEY_WOW64_64KEY, &key) != 0)
         return false;
+    constexpr DWORD most = 32 * 1024;  // no path is longer
     DWORD size = 0;
-    bool isRead = RegQueryValueExA(key, value, nullptr, nullptr, nullptr, &size) == 0;
+    bool isRead = RegQueryValueExA(key, value, nullptr, nullptr, nullptr, &size) == 0 && size <= most;
     if (isRead) {
         CString text;
         char* const buffer = text.GetBuffer(static_cast<int>(size) + 1);

@@ -8,8 +8,11 @@
 
 #include <cstring>
 #include <filesystem>
+#include <gmock/gmock.h>
+
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -120,6 +123,100 @@ TEST_F(ProfileService, removesAKeyByNull)
     EXPECT_EQ(service_.GetProfileStringA("S", "k", "DEF"), "DEF");
 }
 
+// Which of the calls go through the two for texts.
+class RecordingService : public IAppProfileService {
+public:
+    RecordingService() : IAppProfileService(true) { }
+
+    void WriteProfileStringA(char const*, char const* key, char const* value) override
+    {
+        calls.push_back(std::string("write ") + key + "=" + value);
+    }
+    CString GetProfileStringA(char const*, char const* key, char const* defaultValue) override
+    {
+        EXPECT_EQ(defaultValue, nullptr);
+        calls.push_back(std::string("read ") + key);
+        return answer;
+    }
+
+    std::vector<std::string> calls;
+    CString answer;
+};
+
+TEST(ProfileServiceCalls, ofBoolColorAndRectGoThroughTheTexts)
+{
+    RecordingService service;
+    CRect rect;
+    service.WriteProfileBool("S", "b", 1);
+    service.WriteProfileColor("S", "c", 0x030201);
+    service.WriteProfileRect("S", "r", CRect(1, 2, 3, 4));
+    service.answer = "TRUE";
+    EXPECT_EQ(service.GetProfileBool("S", "b", 0), 1);
+    service.answer = "1,2,3";
+    EXPECT_EQ(service.GetProfileColor("S", "c", 0), 0x030201u);
+    service.answer = "(1,2,3,4)";
+    EXPECT_TRUE(service.GetProfileRect("S", "r", rect));
+
+    EXPECT_THAT(service.calls,
+                testing::ElementsAre("write b=TRUE", "write c=1,2,3", "write r=(1,2,3,4)", "read b", "read c",
+                                     "read r"));
+}
+
+TEST_F(ProfileService, writesNumbersAndBytesPastTheTexts)
+{
+    RecordingService service;
+    std::string line = "-iniFile=" + folder_.path("p.ini");
+    CWinApp host("host");
+    host.m_lpCmdLine = line.data();
+    service.InitProfileName("p.ini", nullptr, &host);
+
+    service.WriteProfileInt("S", "i", 7);
+    service.WriteProfileDouble("S", "d", 1.5);
+    char bytes[] = "x";
+    service.WriteProfileBinary("S", "x", bytes, 1);
+
+    EXPECT_TRUE(service.calls.empty());
+    EXPECT_EQ(service_.GetProfileIntA("S", "i", 0), 7);
+    EXPECT_EQ(service_.GetProfileDouble("S", "d", 0), 1.5);
+    EXPECT_EQ(service_.GetProfileBinary("S", "x", bytes, 1), 1);
+}
+
+// Other modules call by slot: a pointer to a virtual member holds 1 and eight times the slot's number.
+template <class Member>
+std::size_t slotOf(Member member)
+{
+    std::size_t place = 0;
+    static_assert(sizeof member >= sizeof place);
+    std::memcpy(&place, &member, sizeof place);
+    return (place - 1) / sizeof(void*) + 1;
+}
+
+TEST(ProfileServiceSlots, standInTheirOrder)
+{
+    using I = IAppProfileInterface;
+    EXPECT_EQ(slotOf(&I::WriteProfileStringA), 1u);
+    EXPECT_EQ(
+        slotOf(static_cast<bool (I::*)(char const*, char const*, double&, double)>(&I::GetProfileValue)), 2u);
+    EXPECT_EQ(slotOf(static_cast<bool (I::*)(char const*, char const*, int&, int)>(&I::GetProfileValue)), 3u);
+    EXPECT_EQ(slotOf(static_cast<bool (I::*)(char const*, char const*, CString&, char const*)>(
+                  &I::GetProfileValue)),
+              4u);
+    EXPECT_EQ(slotOf(&I::GetProfileStringA), 5u);
+    EXPECT_EQ(slotOf(&I::GetProfileName), 6u);
+    EXPECT_EQ(slotOf(&I::WriteProfileInt), 7u);
+    EXPECT_EQ(slotOf(&I::GetProfileIntA), 8u);
+    EXPECT_EQ(slotOf(&I::WriteProfileDouble), 9u);
+    EXPECT_EQ(slotOf(&I::GetProfileDouble), 10u);
+    EXPECT_EQ(slotOf(&I::WriteProfileBinary), 11u);
+    EXPECT_EQ(slotOf(&I::GetProfileBinary), 12u);
+    EXPECT_EQ(slotOf(&I::WriteProfileBool), 13u);
+    EXPECT_EQ(slotOf(&I::GetProfileBool), 14u);
+    EXPECT_EQ(slotOf(&I::WriteProfileColor), 15u);
+    EXPECT_EQ(slotOf(&I::GetProfileColor), 16u);
+    EXPECT_EQ(slotOf(&I::WriteProfileRect), 17u);
+    EXPECT_EQ(slotOf(&I::GetProfileRect), 18u);
+}
+
 TEST(ProfileServiceBeforeTheSearch, reachesTheDefaultName)
 {
     IAppProfileService service(true);
@@ -191,6 +288,17 @@ TEST(ProfileEnvironment, readsVariablesOfAnyLengthTrimmed)
         EXPECT_TRUE(IAppProfileService::GetEnvironmentVariableA("ZK_TEST_VARIABLE", value, "DEF"));
         EXPECT_EQ(value, text.c_str());
     }
+    SetEnvironmentVariableA("ZK_TEST_VARIABLE", nullptr);
+}
+
+TEST(ProfileEnvironment, takesWhiteSpaceAloneForAValueThatIsThere)
+{
+    SetEnvironmentVariableA("ZK_TEST_VARIABLE", " \t");
+    CString value("before");
+
+    EXPECT_TRUE(IAppProfileService::GetEnvironmentVariableA("ZK_TEST_VARIABLE", value, "DEF"));
+
+    EXPECT_EQ(value, "");
     SetEnvironmentVariableA("ZK_TEST_VARIABLE", nullptr);
 }
 

@@ -48,6 +48,14 @@ TEST_IN_FRESH_PROCESS(RtfConversion, isOnForGoodWithoutAProfileAtTheFirstCall)
     EXPECT_FALSE(IToolMode::isRTFConversionOff());
 }
 
+TEST_IN_FRESH_PROCESS(RtfConversion, isOnWhateverTheEnvironmentSays)
+{
+    ScopedEnvironment const set("RTFConversionOff", "TRUE");
+    MemoryProfile profile;
+
+    EXPECT_FALSE(IToolMode::isRTFConversionOff());
+}
+
 // -- Label mode ----------------------------------------------------------------------------
 
 TEST_IN_FRESH_PROCESS(LabelMode, isReadAtTheFirstCallAndWithRefresh)
@@ -93,6 +101,15 @@ TEST_IN_FRESH_PROCESS(LabelMode, staysAsItWasWhenTheProfileIsGone)
     EXPECT_TRUE(IToolMode::isLabelMode(true));
 }
 
+TEST_IN_FRESH_PROCESS(LabelMode, isOffIfTheProfileSaysSoWhateverTheEnvironmentSays)
+{
+    ScopedEnvironment const set("LabelMode", "True");
+    MemoryProfile profile;
+    profile.set(section, "LabelMode", "FALSE");
+
+    EXPECT_FALSE(IToolMode::isLabelMode(false));
+}
+
 // -- Gradient mode ---------------------------------------------------------------------------
 
 TEST_IN_FRESH_PROCESS(GradientMode, isOnByDefault)
@@ -121,6 +138,14 @@ TEST_IN_FRESH_PROCESS(GradientMode, doesNotLookAtTheEnvironment)
     profile.set(section, "GradientMode", "FALSE");
 
     EXPECT_FALSE(IToolMode::isGradientMode(false));
+}
+
+TEST_IN_FRESH_PROCESS(GradientMode, isOnWhateverTheEnvironmentSays)
+{
+    ScopedEnvironment const set("GradientMode", "FALSE");
+    MemoryProfile profile;
+
+    EXPECT_TRUE(IToolMode::isGradientMode(true));
 }
 
 // -- Migration ----------------------------------------------------------------------------------

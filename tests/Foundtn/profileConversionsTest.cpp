@@ -1,10 +1,11 @@
 #include "Foundtn/util/IAppProfileInterface.h"
 
+#include "tests/support/ScopedLocale.h"
+
 #include <gtest/gtest.h>
 
-#include <clocale>
-#include <cmath>
 #include <limits>
+#include <string>
 
 namespace {
 
@@ -95,6 +96,19 @@ DoubleRow const doubleRows[] = {
     {"1e39", 1, std::numeric_limits<double>::infinity()},
     {"-1e39", 1, -std::numeric_limits<double>::infinity()},
     {"1e-60", 1, 0},
+    {"1e400", 1, std::numeric_limits<double>::infinity()},
+    {"-1e400", 1, -std::numeric_limits<double>::infinity()},
+    {"1e-400", 1, 0},
+    {"1e99999999999999999999", 1, std::numeric_limits<double>::infinity()},
+    {"1e-99999999999999999999", 1, 0},
+    {"0e99999", 1, 0},
+    {"0.001e500", 1, std::numeric_limits<double>::infinity()},
+    {"1000.5e-500x", 1, 0},
+    {"0x10", 1, 0},
+    {"nan", 0, 0},  // words are no numbers
+    {"nano", 0, 0},
+    {"inf", 0, 0},
+    {"-information", 0, 0},
     {"", 0, 0},
     {" ", 0, 0},
     {"abc", 0, 0},
@@ -118,6 +132,30 @@ TEST(ProfileConversions, readADoubleInSinglePrecision)
         EXPECT_EQ(Profile::String2Double(row.text, 99.5), row.ok ? row.value : 99.5)
             << '"' << row.text << '"';
     }
+}
+
+TEST(ProfileConversions, readADoubleOfAnyLength)
+{
+    std::string const digits(400, '9');
+
+    EXPECT_EQ(Profile::String2Double(digits.c_str(), 1.0), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(Profile::String2Double((digits + "e-399").c_str(), 1.0), 10.0);
+    EXPECT_EQ(Profile::String2Double(("0." + std::string(400, '0') + "1").c_str(), 1.0), 0.0);
+    EXPECT_EQ(Profile::String2Double(("0." + std::string(400, '0') + "1e401").c_str(), 0.0), 1.0);
+}
+
+TEST(ProfileConversions, haveAPointInEveryLocale)
+{
+    for (char const* const name : {"de_DE.UTF-8", "de_DE", "fr_FR.UTF-8", "German_Germany.1252"}) {
+        ScopedLocale const locale(name);
+        if (!locale.isSet())
+            continue;
+        EXPECT_STREQ(Profile::Double2String(1.5), "1.500000");
+        EXPECT_EQ(Profile::String2Double("1.5", 0.0), 1.5);
+        EXPECT_EQ(Profile::String2Double(Profile::Double2String(-2.25), 0.0), -2.25);
+        return;
+    }
+    GTEST_SKIP() << "the machine has no locale with a decimal comma";
 }
 
 TEST(ProfileConversions, writeADoubleWithSixDecimals)

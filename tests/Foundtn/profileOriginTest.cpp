@@ -1,6 +1,7 @@
 #include "Foundtn/util/profileOrigin.h"
 
 #include "Foundtn/util/IAppProfileService.h"
+#include "Foundtn/util/getEnv.h"
 #include "Foundtn/util/globalFlags.h"
 #include "platform/os/os.h"
 #include "tests/support/TemporaryFolder.h"
@@ -25,6 +26,35 @@ TEST_IN_FRESH_PROCESS(ProfileOrigin, tellsFileAndLine)
     EXPECT_EQ(origin.file, file);
     EXPECT_EQ(origin.line, 4);
     EXPECT_EQ(zk::profileOrigin("General", "Empty").source, zk::ProfileOrigin::absent);
+}
+
+TEST_IN_FRESH_PROCESS(ProfileOrigin, isWhatAnswersWhereValuesAreBlank)
+{
+    TemporaryFolder const folder;
+    folder.write("p.ini", "[General]\nZkBlank=\"  \"\n");
+    globalFlags::instance()->setFlag("CommandLine", CString("-iniFile=") + folder.path("p.ini").c_str());
+    IAppProfileService service(false);
+    service.InitProfileName(nullptr, nullptr, nullptr);
+    CString value("before");
+    ASSERT_TRUE(service.GetProfileValue("General", "ZkBlank", value, "default")) << "it is there";
+    ASSERT_EQ(value, "");
+
+    zk::ProfileOrigin origin = zk::profileOrigin("General", "ZkBlank");
+    EXPECT_EQ(origin.source, zk::ProfileOrigin::absent);
+    EXPECT_EQ(origin.file, "");
+    EXPECT_EQ(origin.line, 0);
+    EXPECT_EQ(omGetEnvVar("General", "ZkBlank", value), 0);
+
+    SetEnvironmentVariableA("ZkBlank", " \t");
+    EXPECT_EQ(zk::profileOrigin("General", "ZkBlank").source, zk::ProfileOrigin::absent);
+    EXPECT_EQ(omGetEnvVar("General", "ZkBlank", value), 0);
+
+    SetEnvironmentVariableA("ZkBlank", "8");
+    origin = zk::profileOrigin("General", "ZkBlank");
+    EXPECT_EQ(origin.source, zk::ProfileOrigin::environment);
+    EXPECT_EQ(origin.value, "8");
+    EXPECT_EQ(omGetEnvVar("General", "ZkBlank", value), 1);
+    EXPECT_EQ(value, "8");
 }
 
 TEST_IN_FRESH_PROCESS(ProfileOrigin, tellsTheLineInAFileInUtf16)

@@ -3,8 +3,10 @@
 #include "Foundtn/util/globalFlags.h"
 
 #include "platform/classlib/CWinApp.h"
+#include "platform/classlib/clock.h"
 #include "platform/os/os.h"
 #include "tests/support/MachineRegistry.h"
+#include "tests/support/ScopedTimeZone.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/freshProcess.h"
 #include "tests/support/libraryVariable.h"
@@ -190,6 +192,89 @@ TEST_IN_FRESH_PROCESS(ProfileSearch, setsTheRootsInModelServerModeIfNothingIsFou
     EXPECT_EQ(value, machine.path("bin").c_str());
 }
 
+TEST_IN_FRESH_PROCESS(ProfileSearch, leavesTheRootsAloneOtherwise)
+{
+    Machine machine;
+    setVariable("OMROOT", nullptr);
+    setVariable("APPLICATION_ROOT", nullptr);
+    auto const isOneSet = [] {
+        CString value;
+        return IAppProfileService::GetEnvironmentVariableA("OMROOT", value, nullptr) ||
+            IAppProfileService::GetEnvironmentVariableA("APPLICATION_ROOT", value, nullptr);
+    };
+
+    EXPECT_EQ(machine.search("my.ini"), "my.ini");
+    EXPECT_FALSE(isOneSet()) << "without a hit in normal mode";
+
+    IToolMode::setIsInModelServerMode(true);
+    machine.write("current/my.ini");
+    EXPECT_EQ(machine.search("my.ini"), machine.path("current/my.ini"));
+    EXPECT_FALSE(isOneSet()) << "with a hit in model-server mode";
+}
+
+TEST_IN_FRESH_PROCESS(ProfileSearch, keepsAnEarlierSelectionInModelServerModeIfNothingIsFound)
+{
+    Machine machine;
+    machine.write("current/my.ini");
+    IAppProfileService service(true);
+    service.InitProfileName("my.ini", machine.moduleName().c_str(), nullptr);
+    machine.remove("current/my.ini");
+    IToolMode::setIsInModelServerMode(true);
+
+    service.InitProfileName("my.ini", machine.moduleName().c_str(), nullptr);
+
+    EXPECT_EQ(service.GetProfileName(), machine.path("current/my.ini").c_str());
+}
+
+TEST_IN_FRESH_PROCESS(ProfileSearch, passesOverARegistryTextThatNoPathIs)
+{
+    Machine machine;
+    machine.offerRegistry();
+    machine.write("registry/my.ini");
+    machine.write("bin/my.ini");
+    EXPECT_EQ(machine.search("my.ini"), machine.path("registry/my.ini"));
+
+    MachineRegistry const registry("SOFTWARE\\Meridane\\Zentrika\\8.4");
+    registry.setText("UserDirectory", std::string(40'000, 'x'));
+
+    EXPECT_EQ(machine.search("my.ini"), machine.path("bin/my.ini"));
+}
+
+TEST_IN_FRESH_PROCESS(ProfileSearch, takesTheApplicationObjectThatIsGiven)
+{
+    Machine machine;
+    machine.write("first.ini");
+    machine.write("second.ini");
+    machine.write("flag.ini");
+    std::string firstLine = "-iniFile=" + machine.path("first.ini");
+    std::string secondLine = "-iniFile=" + machine.path("second.ini");
+    CWinApp first("first");
+    CWinApp second("second");
+    ASSERT_EQ(AfxGetApp(), &first);
+    first.m_lpCmdLine = firstLine.data();
+    second.m_lpCmdLine = secondLine.data();
+    IAppProfileService service(false);
+    auto const search = [&] { service.InitProfileName("my.ini", machine.moduleName().c_str(), &second); };
+
+    search();
+    EXPECT_STREQ(second.m_pszProfileName, machine.path("second.ini").c_str()) << "by its own flag";
+
+    second.m_lpCmdLine = nullptr;
+    globalFlags::instance()->setFlag("CommandLine", ("-iniFile=" + machine.path("flag.ini")).c_str());
+    search();
+    EXPECT_STREQ(second.m_pszProfileName, machine.path("flag.ini").c_str()) << "by the global flag";
+
+    globalFlags::instance()->removeFlag("CommandLine");
+    machine.write("current/my.ini");
+    search();
+    EXPECT_STREQ(second.m_pszProfileName, machine.path("current/my.ini").c_str());
+
+    machine.remove("current/my.ini");
+    search();
+    EXPECT_STREQ(second.m_pszProfileName, "my.ini");
+    EXPECT_EQ(first.m_pszProfileName, nullptr);
+}
+
 TEST_IN_FRESH_PROCESS(ProfileSearch, prefersTheFlags)
 {
     Machine machine;
@@ -235,6 +320,15 @@ TEST_IN_FRESH_PROCESS(ProfileSearch, versionsAShortName)
 TEST_IN_FRESH_PROCESS(ProfileSearch, appendsTheExecutablesFolderToPath)
 {
     Machine machine;
+    auto const readPath = [] {
+        char path[4096] = {};
+        GetEnvironmentVariableA("Path", path, sizeof path);
+        return std::string(path);
+    };
+    setVariable("Path", " x ");
+    machine.search("my.ini");
+    EXPECT_EQ(readPath(), " x ;" + machine.path("bin")) << "what was there is left as it was";
+
     setVariable("Path", nullptr);
     machine.search("my.ini");
     machine.search("my.ini");
@@ -282,6 +376,63 @@ TEST_IN_FRESH_PROCESS(ProfileSearch, leavesATraceInAFileThatExists)
                          std::regex("\\d\\d, \\d\\d, \\d{4} \\(\\d\\d:\\d\\d:\\d\\d\\): first\\.ini\n"
                                     "\\d\\d, \\d\\d, \\d{4} \\(\\d\\d:\\d\\d:\\d\\d\\): second\\.ini\n")))
         << text;
+}
+
+TEST_IN_FRESH_PROCESS(ProfileSearch, tracesTheLocalTimeAndSharesTheFile)
+{
+    Machine machine;
+    machine.write("current/IniFileNameLog.txt");
+    ScopedTimeZone const zone("ABC-2");
+    zk::ScopedClock const clock(1000000000);  // 2001-09-09 01:46:40 UTC
+    constexpr DWORD shared = FILE_SHARE_READ | FILE_SHARE_WRITE;
+    HANDLE const other = CreateFileA("IniFileNameLog.txt", GENERIC_WRITE, shared, nullptr, OPEN_EXISTING,
+                                     FILE_ATTRIBUTE_NORMAL, nullptr);
+    ASSERT_NE(other, INVALID_HANDLE_VALUE);
+
+    machine.search("my.ini");
+
+    CloseHandle(other);
+    std::ifstream trace(machine.path("current/IniFileNameLog.txt"), std::ios::binary);
+    EXPECT_EQ(std::string((std::istreambuf_iterator<char>(trace)), {}), "09, 09, 2001 (03:46:40): my.ini\n");
+}
+
+TEST_IN_FRESH_PROCESS(ProfileSearch, goesOnWhereTheTraceCannotBeWritten)
+{
+    Machine machine;
+    machine.write("current/IniFileNameLog.txt");
+    HANDLE const other = CreateFileA("IniFileNameLog.txt", GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                     FILE_ATTRIBUTE_NORMAL, nullptr);
+    ASSERT_NE(other, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(machine.search("my.ini"), "my.ini");
+    CloseHandle(other);
+    EXPECT_EQ(std::filesystem::file_size(machine.path("current/IniFileNameLog.txt")), 0u);
+
+    machine.remove("current/IniFileNameLog.txt");
+    std::filesystem::create_directory(machine.path("current/IniFileNameLog.txt"));
+    EXPECT_EQ(machine.search("my.ini"), "my.ini");
+}
+
+// The executable in a folder whose path is longer than 260 bytes.
+TEST_IN_FRESH_PROCESS(ProfileFolders, tellTheExecutablesFolderHoweverLongItsPathIs)
+{
+    TemporaryFolder const folder;
+    std::string const part(100, 'x');
+    std::string const deep = part + "/" + part + "/" + part;
+    char self[1000];
+    GetModuleFileNameA(nullptr, self, sizeof self);
+    std::error_code error;
+    std::filesystem::create_directories(folder.path(deep), error);
+    std::filesystem::copy_file(std::filesystem::path(self).parent_path() / "zk_searched_module.mod",
+                               folder.path(deep + "/zkdeep.mod"), error);
+    HMODULE const module = error ? nullptr : LoadLibraryA(folder.path(deep + "/zkdeep.mod").c_str());
+    if (!module)
+        GTEST_SKIP() << "the system loads no module from a path of that length";
+    CString dir;
+
+    EXPECT_TRUE(IAppProfileService::GetExecutableDir(folder.path(deep + "/zkdeep.mod").c_str(), dir));
+
+    EXPECT_EQ(dir, folder.path(deep).c_str());
+    FreeLibrary(module);
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ public:
     /// Makes the key. On Windows it is really written, for 64-bit programs; elsewhere it lies in a folder of the
     /// test's own, which ZK_REGISTRY_DIR names meanwhile.
     explicit MachineRegistry(std::string key);
-    /// Removes the first two components of the key's name with all below them.
+    /// Removes the keys that were not there before, and puts the texts of others back.
     ~MachineRegistry();
     MachineRegistry(MachineRegistry const&) = delete;
     MachineRegistry& operator=(MachineRegistry const&) = delete;
