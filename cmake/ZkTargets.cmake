@@ -160,14 +160,11 @@ function(zk_tool name)
     add_library(${name}_core OBJECT ${sources})
     target_include_directories(${name}_core PUBLIC ${PROJECT_SOURCE_DIR})
     target_compile_definitions(${name}_core PRIVATE ZK_TOOL_VERSION="${PROJECT_VERSION}")
+    target_compile_definitions(${name}_core PRIVATE ZK_UTIL_STATIC)
     target_link_libraries(${name}_core PUBLIC zk_usage_requirements PRIVATE zk_cli11 zk_warnings)
 
     add_executable(${name} main.cpp)
-    target_link_libraries(${name} PRIVATE ${name}_core zk::util zk_warnings)
-
-    # The program finds the module beside its own folder, wherever both are installed.
-    file(RELATIVE_PATH libraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-    set_target_properties(${name} PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries}")
+    target_link_libraries(${name} PRIVATE ${name}_core zk_util_static zk_warnings)
     install(TARGETS ${name} RUNTIME COMPONENT tools)
     if(NOT WIN32)
         install(FILES ../${name}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)

@@ -4,7 +4,6 @@
 #pragma once
 
 #include "logging/CCgCatalogFile.h"
-#include "zk_export.h"
 
 #include <cstddef>
 #include <optional>
@@ -28,10 +27,10 @@ char const* translatedText(std::string const& catalog, char const* locale, std::
                            std::int32_t key);
 
 /// How many places the cache has, and how many are taken.
-ZK_UTIL_API std::size_t catalogPlaces();
-ZK_UTIL_API std::size_t catalogsInCache();
+std::size_t catalogPlaces();
+std::size_t catalogsInCache();
 
 /// The paths that a catalog may have, in the order in which they are tried.
-ZK_UTIL_API std::vector<std::string> catalogPaths(std::string_view name, unsigned flags, char const* locale);
+std::vector<std::string> catalogPaths(std::string_view name, unsigned flags, char const* locale);
 
 }  // namespace zk::logging

@@ -11,8 +11,6 @@
 // itself a catalog: every offset and count is checked against the file's size before it is used.
 #pragma once
 
-#include "zk_export.h"
-
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -65,7 +63,7 @@ struct CCgCatalog {
     bool cached = false;
 
     CCgCatalog() = default;
-    ZK_UTIL_API ~CCgCatalog();
+    ~CCgCatalog();
     CCgCatalog(CCgCatalog const&) = delete;
     CCgCatalog& operator=(CCgCatalog const&) = delete;
 };
@@ -73,15 +71,15 @@ struct CCgCatalog {
 namespace zk::logging {
 
 /// Opens a file and reads its sets, but none of their messages. Null for what is no catalog.
-ZK_UTIL_API std::unique_ptr<CCgCatalog> readCatalog(std::string const& path);
+std::unique_ptr<CCgCatalog> readCatalog(std::string const& path);
 
 /// A set, with its messages, which are read at its first use; null if there is none.
-ZK_UTIL_API CatalogSet* findSet(CCgCatalog& catalog, std::int32_t id);
+CatalogSet* findSet(CCgCatalog& catalog, std::int32_t id);
 
 /// A message of a set; null if there is none.
-ZK_UTIL_API CatalogMessage const* findMessage(CatalogSet const& set, std::int32_t id) noexcept;
+CatalogMessage const* findMessage(CatalogSet const& set, std::int32_t id) noexcept;
 
 /// The text of a message, NUL-terminated; null if there is none.
-ZK_UTIL_API char const* catalogText(CCgCatalog& catalog, std::int32_t set, std::int32_t key);
+char const* catalogText(CCgCatalog& catalog, std::int32_t set, std::int32_t key);
 
 }  // namespace zk::logging

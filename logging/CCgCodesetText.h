@@ -11,8 +11,8 @@
 namespace zk::logging {
 
 /// A UTF-8 text in a code set, and the reverse.
-ZK_UTIL_API std::string codesetOfUtf8(CCgCodeset& codeset, std::string_view text);
-ZK_UTIL_API std::string utf8OfCodeset(CCgCodeset& codeset, std::string_view bytes);
+std::string codesetOfUtf8(CCgCodeset& codeset, std::string_view text);
+std::string utf8OfCodeset(CCgCodeset& codeset, std::string_view bytes);
 
 /// A wide text of the system in a code set.
 std::string codesetOfWide(CCgCodeset& codeset, std::wstring_view text);

@@ -6,8 +6,6 @@
 //   name.path(2);                              // "/home/me/logs//trace12_2.log"
 #pragma once
 
-#include "zk_export.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -25,12 +23,12 @@ struct FileName {
     std::int32_t number = 0;  ///< the digits that the name ended in
 
     /// The path of the file that is `index` rollovers old: the index, unless it is 0, stands behind the base name.
-    ZK_UTIL_API std::string path(std::int32_t index) const;
+    std::string path(std::int32_t index) const;
 };
 
 /// A name with "_" behind a digit that stands at its end or before its extension, so that no index can be
 /// taken for a part of it: "log7" is "log7_".
-ZK_UTIL_API std::string markedFileName(std::string_view name);
+std::string markedFileName(std::string_view name);
 
 enum class FileNameFault { none, missing, tooLong, invalid };
 
@@ -39,6 +37,6 @@ enum class FileNameFault { none, missing, tooLong, invalid };
 /// On failure all fields are empty: an empty name is missing, one of more than 260 bytes too long, and
 /// one that begins with "/" invalid where the backslash is the separator and the environment has no
 /// `SystemDrive`.
-ZK_UTIL_API FileNameFault parseFileName(std::string_view name, FileName& parsed);
+FileNameFault parseFileName(std::string_view name, FileName& parsed);
 
 }  // namespace zk::logging

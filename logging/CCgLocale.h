@@ -4,8 +4,6 @@
 //   alternateLocale("fr_CA");            // "fr_FR"
 #pragma once
 
-#include "zk_export.h"
-
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,14 +12,14 @@ namespace zk::logging {
 
 /// A locale in its canonical form: a language in lower case, mostly with "_" and a territory in upper case.
 /// What is no locale of a known form stays as it is.
-ZK_UTIL_API std::string canonicalLocale(std::string_view locale);
+std::string canonicalLocale(std::string_view locale);
 
 /// The locale whose catalogs serve a canonical one as well; none if that is itself.
-ZK_UTIL_API std::optional<std::string> alternateLocale(std::string_view canonical);
+std::optional<std::string> alternateLocale(std::string_view canonical);
 
 /// The parts of "ll_CC.codeset"; empty where there is none.
-ZK_UTIL_API std::string_view languageOf(std::string_view locale) noexcept;
-ZK_UTIL_API std::string_view territoryOf(std::string_view locale) noexcept;
-ZK_UTIL_API std::string_view codesetOf(std::string_view locale) noexcept;
+std::string_view languageOf(std::string_view locale) noexcept;
+std::string_view territoryOf(std::string_view locale) noexcept;
+std::string_view codesetOf(std::string_view locale) noexcept;
 
 }  // namespace zk::logging

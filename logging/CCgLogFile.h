@@ -20,7 +20,6 @@
 
 #include "logging/CCgResult.h"
 #include "platform/os/fileWatch.h"
-#include "zk_export.h"
 
 #include <cstdint>
 #include <string>
@@ -28,7 +27,7 @@
 
 namespace zk::logging {
 
-class ZK_UTIL_API LogFile {
+class LogFile {
 public:
     LogFile() = default;
     ~LogFile() { close(); }

@@ -41,7 +41,7 @@ struct FormatPiece {
 };
 
 /// Takes the next piece off a format. False if its directive is malformed.
-ZK_UTIL_API bool takePiece(char const*& format, FormatPiece& piece);
+bool takePiece(char const*& format, FormatPiece& piece);
 
 /// How a value is printed, with its sizes known.
 struct ValueFormat {

@@ -1,6 +1,6 @@
 #include "logging/CCgHandler.h"
-#include "logging/CCgMisc.h"
 #include "tests/logging/Toolkit.h"
+#include "tests/logging/newText.h"
 #include "tests/support/ScopedTimeZone.h"
 
 #include <gtest/gtest.h>
@@ -543,9 +543,9 @@ TEST_F(ConsoleHandler, printsHeaderAndFooter)
 {
     start("c.className=ccg_consolehandler\nc.formatterName=f\nf.className=framing\n");
     CCgFormatterEntries entries;
-    entries.header = [](CCgObject*) { return zk::logging::newText("top\n"); };
-    entries.footer = [](CCgObject*) { return zk::logging::newText("end\n"); };
-    entries.format = [](CCgObject*, CCgEvent*) { return zk::logging::newText("record\n"); };
+    entries.header = [](CCgObject*) { return newText("top\n"); };
+    entries.footer = [](CCgObject*) { return newText("end\n"); };
+    entries.format = [](CCgObject*, CCgEvent*) { return newText("record\n"); };
     ccg_registerFormatter("framing", nullptr, entries, {});
     testing::internal::CaptureStdout();
     {

@@ -12,10 +12,10 @@
 // feed; "framed" is one that has a header and a footer too.
 #pragma once
 
-#include "logging/CCgMisc.h"
 #include "logging/CCgReadProps.h"
 #include "platform/os/textFiles.h"
 #include "tests/logging/Toolkit.h"
+#include "tests/logging/newText.h"
 
 #include <filesystem>
 #include <map>
@@ -39,8 +39,8 @@ protected:
         CCgFormatterEntries entries;
         entries.format = [](CCgObject*, CCgEvent* event) { return line(*event); };
         ccg_registerFormatter("test_plain", nullptr, entries, {});
-        entries.header = [](CCgObject*) { return zk::logging::newText("<\n"); };
-        entries.footer = [](CCgObject*) { return zk::logging::newText(">\n"); };
+        entries.header = [](CCgObject*) { return newText("<\n"); };
+        entries.footer = [](CCgObject*) { return newText(">\n"); };
         ccg_registerFormatter("test_framed", nullptr, entries, {});
         plain_ = object("plain", "test_plain");
         framed_ = object("framed", "test_framed");
@@ -104,7 +104,7 @@ protected:
 private:
     static char* line(CCgEvent const& event)
     {
-        return zk::logging::newText(taken(ccg_messageText(event.message)) + "\n");
+        return newText(taken(ccg_messageText(event.message)) + "\n");
     }
 
     std::filesystem::path const before_ = std::filesystem::current_path();

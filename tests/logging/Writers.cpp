@@ -2,8 +2,8 @@
 
 #include "logging/CCgLogManager.h"
 #include "logging/CCgLogger.h"
-#include "logging/CCgMisc.h"
 #include "platform/os/fileDescriptors.h"
+#include "tests/logging/newText.h"
 #include "tests/support/ChildProcess.h"
 
 #include <cstdio>
@@ -42,7 +42,7 @@ char* formatPlain(CCgObject*, CCgEvent* event)
     char* const text = ccg_messageText(event->message);
     std::string const line = std::string(text) + "\n";
     std::free(text);
-    return zk::logging::newText(line);
+    return newText(line);
 }
 
 // The number of the last record whose call returned; 0: none.
