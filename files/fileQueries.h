@@ -6,8 +6,9 @@
 //   omFileHasWritePermission("src/model.cpp");     // 0: it is read-only
 //
 // Nothing here changes the file system, speaks to the user or throws (but
-// std::bad_alloc). omDirExist and omGetFullPathOfDirectory change the current
-// directory for the length of the call: they belong to the main thread.
+// std::bad_alloc). All may be called by any thread but two: omDirExist and
+// omGetFullPathOfDirectory change the current directory for the length of the
+// call, and belong to the main thread.
 #pragma once
 
 #include "platform/classlib/CString.h"

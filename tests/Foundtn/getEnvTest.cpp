@@ -279,6 +279,30 @@ TEST_F(GetEnv, looksForDocumentsInTheCurrentFolderAtLast)
     EXPECT_EQ(error.Find("OMDOCROOT") >= 0, true);
 }
 
+TEST_F(GetEnv, findsNoDocumentationFromACurrentFolderThatIsGone)
+{
+    ScopedEnvironment const noDoc("OMDOCROOT", nullptr);
+    ScopedEnvironment const noHelp("OMHELPROOT", nullptr);
+    TemporaryFolder const folder;
+    folder.makeFolder("gone");
+    CString const before = currentFolder();
+    SetCurrentDirectoryA(folder.path("gone").c_str());
+    bool const isGone = RemoveDirectoryA(folder.path("gone").c_str()) != FALSE;
+    if (isGone) {
+        EXPECT_EQ(omGetHelpRoot(value, &error), 0);
+        EXPECT_STREQ(value, "");
+        EXPECT_EQ(error.Find("OMHELPROOT") >= 0, true);
+        EXPECT_EQ(omGetDocRoot(value, &error), 0);
+        EXPECT_STREQ(value, "");
+        CString current("old");
+        EXPECT_FALSE(IAppProfileService::GetCurrentDir(current));
+        EXPECT_STREQ(current, "");
+    }
+    SetCurrentDirectoryA(before);
+    if (!isGone)
+        GTEST_SKIP() << "the system keeps the current folder";
+}
+
 TEST_F(GetEnv, findsTheFrameworkOfALanguageBelowTheRoot)
 {
     struct Row {
@@ -356,6 +380,34 @@ TEST_IN_FRESH_PROCESS(ModelServerRoot, isShareBesideTheExecutableIfTheSettingIsN
 
     EXPECT_STREQ(value, getExcecutableFolder() + omPathSeparator() + "Share");
     EXPECT_STREQ(error, "old");
+}
+
+TEST_IN_FRESH_PROCESS(ModelServerRoot, isBelowTheFolderThatTheSearchFound)
+{
+    TemporaryFolder const folder;
+    folder.write("file", "x");
+    MemoryProfile profile;
+    profile.set("General", "OMROOT", folder.path("file").c_str());
+    IToolMode::setIsInModelServerMode(true);
+    IAppProfileService(true).InitProfileName(nullptr, nullptr, nullptr);
+    ASSERT_NE(getExcecutableFolder(), "");
+    CString value;
+
+    EXPECT_EQ(omGetRoot(value), 1);
+
+    EXPECT_EQ(value, getExcecutableFolder() + omPathSeparator() + "Share");
+}
+
+TEST_IN_FRESH_PROCESS(ModelServerRoot, isTheFolderInTheEnvironment)
+{
+    TemporaryFolder const folder;
+    ScopedEnvironment const root("OMROOT", folder.path().c_str());
+    IToolMode::setIsInModelServerMode(true);
+    CString value;
+
+    EXPECT_EQ(omGetRoot(value), 1);
+
+    EXPECT_STREQ(value, folder.path().c_str());
 }
 
 TEST_IN_FRESH_PROCESS(ModelServerRoot, isShareBesideTheExecutableWithoutASetting)

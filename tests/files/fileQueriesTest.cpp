@@ -4,9 +4,15 @@
 #include "tests/support/freshProcess.h"
 
 #include "files/paths.h"
+#include "platform/os/nativeSeparator.h"
 #include "platform/os/os.h"
 
 #include <gtest/gtest.h>
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <thread>
 
 namespace {
 
@@ -84,6 +90,15 @@ TEST_F(FileQueries, tellAFileWithContentFromAnEmptyOne)
     EXPECT_FALSE(omFileExistsAndNonEmpty(path("empty.txt")));
     EXPECT_FALSE(omFileExistsAndNonEmpty(path("missing")));
     EXPECT_FALSE(omFileExistsAndNonEmpty(""));
+}
+
+TEST_F(FileQueries, findNoContentInAPatternOrAFolder)
+{
+    folder.write("full.txt", "x");
+    folder.makeFolder("src");
+
+    EXPECT_FALSE(omFileExistsAndNonEmpty(path("*.txt")));
+    EXPECT_FALSE(omFileExistsAndNonEmpty(path("src")));
 }
 
 // -- Folders ---------------------------------------------------------------------------
@@ -169,6 +184,40 @@ TEST_F(FileQueries, enterFoldersWithLongPaths)
     EXPECT_STREQ(current(), before());
 }
 
+TEST_F(FileQueries, enterFoldersFromACurrentOneWithALongPath)
+{
+    std::string const part(100, 'x');
+    std::string const deep = part + "/" + part + "/" + part;
+    std::error_code failure;
+    std::filesystem::create_directories(folder.path(deep), failure);
+    if (failure || !SetCurrentDirectoryA(path(deep.c_str())))
+        GTEST_SKIP() << "the system enters no folder with a path of that length";
+    CString error("old");
+
+    EXPECT_EQ(omDirExist("missing"), 0);
+    EXPECT_EQ(omGetFullPathOfDirectory("", error).Right(302), deep.c_str());
+    EXPECT_EQ(error, "");
+    EXPECT_EQ(omGetFullPathOfDirectory("..", error).Right(100), part.c_str());
+    EXPECT_EQ(current().Right(100), part.c_str());
+}
+
+TEST_F(FileQueries, knowNoWayBackToACurrentFolderThatIsGone)
+{
+    folder.makeFolder("gone");
+    CString const elsewhere = path(".");
+    SetCurrentDirectoryA(path("gone"));
+    if (!RemoveDirectoryA(path("gone")))
+        GTEST_SKIP() << "the system keeps the current folder";
+    CString error("unchanged");
+
+    EXPECT_EQ(omDirExist("/no such folder", &error), 1);
+    EXPECT_EQ(error, "unchanged");
+
+    EXPECT_EQ(omGetFullPathOfDirectory(elsewhere, error), "");
+    EXPECT_NE(error, "");
+    EXPECT_NE(error, "unchanged");
+}
+
 // -- Permissions -------------------------------------------------------------------------
 
 TEST_F(FileQueries, tellWhetherAFileMayBeReadAndWritten)
@@ -201,6 +250,20 @@ TEST_F(FileQueries, askForTheCurrentDirectoryWithoutAFolder)
     EXPECT_EQ(dirHasWritePermission(path("missing")), 0);
     EXPECT_EQ(dirHasReadPermission(path("src")), 1);
     EXPECT_EQ(dirHasWritePermission(path("src")), 1);
+}
+
+TEST_F(FileQueries, tellReadingFromWriting)
+{
+    folder.write("model.txt", "x");
+    folder.write("fixed.txt", "x");
+    ReadOnly const fixed(path("fixed.txt"));
+
+    EXPECT_EQ(dirHasReadPermission(path("fixed.txt")), 1);
+    EXPECT_EQ(dirHasWritePermission(path("fixed.txt")), 0);
+    EXPECT_EQ(fileHasWritePermission(path("model.txt"), path("fixed.txt")), 0);
+    EXPECT_EQ(fileHasWritePermission(path("new.txt"), path("fixed.txt")), 0);
+    EXPECT_EQ(fileHasWritePermission(path("*.txt"), path(".")), 0)
+        << "a pattern exists, but may not be written";
 }
 
 TEST_F(FileQueries, letTheFolderDecideForAFileThatIsNotThere)
@@ -260,6 +323,49 @@ TEST_IN_FRESH_PROCESS(MyDocuments, areNowhereWithoutAUserProfile)
 
     SetEnvironmentVariableA("USERPROFILE", folder.path().c_str());
     EXPECT_EQ(omFileHasWritePermission(folder.path("My Documents").c_str()), 0) << "asked once";
+}
+
+// The variable is read into 259 bytes, its NUL included.
+void expectMyDocuments(std::size_t length, int expected)
+{
+    TemporaryFolder const folder;
+    std::string profile = folder.path() + "/";
+    ASSERT_LT(profile.size(), length);
+    if (length - profile.size() > 200)
+        profile += std::string(100, 'x') + "/";
+    profile.append(length - profile.size(), 'y');
+    std::filesystem::create_directories(profile);
+    std::string const documents = profile + zk::os::nativeSeparator() + "My Documents";
+    std::ofstream(documents) << "x";
+    if (!SetFileAttributesA(documents.c_str(), FILE_ATTRIBUTE_READONLY))
+        GTEST_SKIP() << "the system takes no path of that length";
+    SetEnvironmentVariableA("USERPROFILE", profile.c_str());
+
+    EXPECT_EQ(omFileHasWritePermission(documents.c_str()), expected);
+    SetFileAttributesA(documents.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_IN_FRESH_PROCESS(MyDocuments, lieBelowAUserProfileOf258Bytes)
+{
+    expectMyDocuments(258, 1);
+}
+
+TEST_IN_FRESH_PROCESS(MyDocuments, areNowhereBelowALongerUserProfile)
+{
+    expectMyDocuments(259, 0);
+}
+
+TEST_IN_FRESH_PROCESS(MyDocuments, mayBeAskedForByTwoThreadsAtFirst)
+{
+    TemporaryFolder const folder;
+    folder.makeFolder("My Documents");
+    SetEnvironmentVariableA("USERPROFILE", folder.path().c_str());
+    std::atomic<int> writable = 0;
+    std::thread other([&] { writable += omFileHasWritePermission(folder.path("My Documents").c_str()); });
+    writable += omFileHasWritePermission(folder.path("My Documents").c_str());  // two first calls at once
+    other.join();
+
+    EXPECT_EQ(writable, 2);
 }
 
 // -- The last error ------------------------------------------------------------------------

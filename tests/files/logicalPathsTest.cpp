@@ -2,6 +2,7 @@
 
 #include "tests/support/MemoryProfile.h"
 #include "tests/support/ScopedEnvironment.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/support/freshProcess.h"
 
 #include "Foundtn/util/getEnv.h"
@@ -48,6 +49,38 @@ TEST_F(LogicalPaths, askTheProfileFirstInGeneral)
     EXPECT_TRUE(expandLogicalPath("$ZkRoot2\\x", result));
 
     EXPECT_STREQ(result, "from profile\\x");
+}
+
+TEST_F(LogicalPaths, keepTheirRootBeforeAValue)
+{
+    ScopedEnvironment const set("ZkRoot12", "C:\\zentrika");
+
+    EXPECT_TRUE(expandLogicalPath("\\$ZkRoot12\\x", result));
+    EXPECT_STREQ(result, "\\C:\\zentrika\\x");
+    EXPECT_TRUE(expandLogicalPath("\\\\$ZkRoot12", result));
+    EXPECT_STREQ(result, "\\\\C:\\zentrika");
+}
+
+TEST_F(LogicalPaths, haveNoRootBehindABlank)
+{
+    EXPECT_FALSE(expandLogicalPath(" \\a", result));
+    EXPECT_STREQ(result, "a");
+}
+
+TEST_F(LogicalPaths, keepBlanksWithinTheMarkOfAName)
+{
+    ScopedEnvironment const set("ZkRoot13", "known");
+
+    EXPECT_FALSE(expandLogicalPath("$ ZkRoot13", result));
+    EXPECT_STREQ(result, " ZkRoot13");
+}
+
+TEST_F(LogicalPaths, endInASeparatorBeforeAnUnknownName)
+{
+    ScopedEnvironment const set("ZkRoot14", "known");
+
+    EXPECT_TRUE(expandLogicalPath("$ZkRoot14\\$NOSUCH", result));
+    EXPECT_STREQ(result, "known\\");
 }
 
 TEST_F(LogicalPaths, giveTheBareNameIfTheFirstIsUnknown)
@@ -248,6 +281,7 @@ TEST_F(LogicalPaths, areEqualOnceTranslated)
     EXPECT_FALSE(arePathsEqual("a\\b", "a\\c"));
     EXPECT_FALSE(arePathsEqual("\\a", "a"));
     EXPECT_TRUE(arePathsEqual("", ""));
+    EXPECT_TRUE(arePathsEqual("$NOSUCH\\a", "nosuch")) << "an unknown name is its bare text";
 }
 
 TEST_F(LogicalPaths, areComparedAsTextWithoutTheCurrentFolder)
@@ -279,6 +313,60 @@ TEST(TemporaryDirectory, isTheSystemsWithoutASeparatorAtItsEnd)
 
     EXPECT_STREQ(omGetTempDir(), withoutEnd);
     EXPECT_NE(omGetTempDir().Right(1), CString(zk::os::nativeSeparator()));
+}
+
+TEST(TemporaryDirectory, isTheSystemsBeforeTheProfiles)
+{
+    MemoryProfile profile;
+    profile.set("General", "TEMP_DIR", "/other");
+
+    EXPECT_STRNE(omGetTempDir(), "/other");
+
+    EXPECT_EQ(profile.reads, 0);
+}
+
+// The system names no folder where its variable's value counts from a current directory that is gone.
+class TemporaryDirectoryWithoutTheSystems : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        GetCurrentDirectoryA(sizeof before_, before_);
+        folder_.makeFolder("gone");
+        SetCurrentDirectoryA(folder_.path("gone").c_str());
+        char path[4096];
+        if (!RemoveDirectoryA(folder_.path("gone").c_str()) || GetTempPathA(sizeof path, path) != 0)
+            GTEST_SKIP() << "the system always names a folder";
+    }
+    void TearDown() override { SetCurrentDirectoryA(before_); }
+
+private:
+    TemporaryFolder const folder_;
+    ScopedEnvironment const variable_{"TMPDIR", "relative"};
+    char before_[4096] = {};
+};
+
+TEST_F(TemporaryDirectoryWithoutTheSystems, isTheProfiles)
+{
+    MemoryProfile profile;
+    profile.set("General", "TEMP_DIR", "/t//");
+
+    EXPECT_STREQ(omGetTempDir(), "/t");
+
+    EXPECT_EQ(profile.text("General", "TEMP_DIR"), "/t//") << "not written";
+}
+
+TEST_F(TemporaryDirectoryWithoutTheSystems, isADefaultThatIsWrittenToTheProfile)
+{
+    MemoryProfile profile;
+
+    EXPECT_STREQ(omGetTempDir(), "/tmp");
+
+    EXPECT_EQ(profile.text("General", "TEMP_DIR"), "/tmp");
+}
+
+TEST_F(TemporaryDirectoryWithoutTheSystems, isTheDefaultWithoutAProfile)
+{
+    EXPECT_STREQ(omGetTempDir(), "/tmp");
 }
 
 }  // namespace
