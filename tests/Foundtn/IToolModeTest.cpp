@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <type_traits>
+
 #include <sstream>
 
 namespace {
@@ -258,6 +260,27 @@ TEST(ToolMode, givesTheFormerComApiMode)
 TEST(ToolMode, supportsPanelDiagrams)
 {
     EXPECT_TRUE(IToolMode::IsPanelDiagramSupported());
+}
+
+static_assert(std::has_virtual_destructor_v<IToolLangLocalSwitcher>);
+
+// A switcher that takes the language of a later moment for the one to put back.
+class LaterSwitcher : public IToolLangLocalSwitcher {
+public:
+    void take() { InitClassData(); }
+};
+
+TEST(ToolLangLocalSwitcher, putsBackTheLanguageThatADerivedClassTookLast)
+{
+    IToolMode::setLang(IToolMode::LangCpp);
+    {
+        LaterSwitcher later;
+        IToolMode::setLang(IToolMode::LangAda);
+        later.take();
+        IToolMode::setLang(IToolMode::LangJava);
+    }
+    EXPECT_EQ(IToolMode::getLangEnum(), IToolMode::LangAda);
+    IToolMode::setLang(IToolMode::LangCpp);
 }
 
 TEST(ToolLangLocalSwitcher, restoresTheLanguageAtTheEndOfItsScope)

@@ -6,8 +6,11 @@
 
 #include <clocale>
 #include <string>
+#include <type_traits>
 
 namespace {
+
+static_assert(std::has_virtual_destructor_v<LocaleManager>);
 
 std::string current()
 {

@@ -2,9 +2,34 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/ChildProcess.h"
+
+#include <cstdlib>
 #include <optional>
 
 namespace {
+
+// What lives longer than everything made later reads a flag at its end.
+struct ReadsAFlagAtItsEnd {
+    ~ReadsAFlagAtItsEnd()
+    {
+        if (globalFlags::instance()->getFlag("AtTheEnd") == CString('x', 100))
+            std::_Exit(23);
+    }
+};
+
+ZK_CHILD(readsAFlagAtItsEnd)
+{
+    static_cast<void>(parent);
+    static ReadsAFlagAtItsEnd const last;
+    globalFlags::instance()->setFlag("AtTheEnd", CString('x', 100));
+    std::exit(0);
+}
+
+TEST(GlobalFlagsAtTheEnd, areStillThere)
+{
+    EXPECT_EQ(zk::test::ChildProcess("readsAFlagAtItsEnd").exitCode(), 23);
+}
 
 class GlobalFlags : public testing::Test {
 protected:

@@ -217,6 +217,24 @@ TEST(ProfileConversions, writeABoolean)
     }
 }
 
+TEST(ProfileConversions, endNumbersAtANulAndTakeBooleansWhole)
+{
+    int ok = -1;
+    int number = 0;
+    Profile::String2Int(CString("1\0002", 3), ok, number);
+    EXPECT_EQ(ok, 1);
+    EXPECT_EQ(number, 1);
+
+    unsigned long color = 0;
+    Profile::String2Color(CString("1\000,2,3", 6), ok, color);
+    EXPECT_EQ(ok, 0);
+
+    int truth = 7;
+    Profile::String2Bool(CString("TRUE\0x", 6), ok, truth);
+    EXPECT_EQ(ok, 0);
+    EXPECT_EQ(truth, 7);
+}
+
 // -- Colours -----------------------------------------------------------------------
 
 TEST(ProfileConversions, readAColourWithRedInTheLowByte)

@@ -359,6 +359,29 @@ TEST_IN_FRESH_PROCESS(ProfileSearch, tellsTheApplicationObject)
     EXPECT_STREQ(host.m_pszProfileName, "my.ini");
 }
 
+// A service that hears of each selection.
+class ListeningService : public IAppProfileService {
+public:
+    ListeningService() : IAppProfileService(true) { }
+
+    CString selected;
+
+private:
+    void SetProfileName(CString const& name, CWinApp*) override { selected = name; }
+};
+
+TEST_IN_FRESH_PROCESS(ProfileSearch, selectsThroughTheVirtualCall)
+{
+    Machine machine;
+    machine.write("current/my.ini");
+    ListeningService service;
+
+    service.InitProfileName("my.ini", machine.moduleName().c_str(), nullptr);
+
+    EXPECT_EQ(service.selected, machine.path("current/my.ini").c_str());
+    EXPECT_EQ(service.GetProfileName(), "Zentrika.ini");
+}
+
 TEST_IN_FRESH_PROCESS(ProfileSearch, leavesATraceInAFileThatExists)
 {
     Machine machine;

@@ -58,6 +58,55 @@ TEST_IN_FRESH_PROCESS(ToolLocale, followsTheUsersCodePageIfActive)
     EXPECT_STREQ(ToolLocaleName(), expected);
 }
 
+void expectActive(char const* locale, unsigned int codePage, char const* expected)
+{
+    ScopedEnvironment const user("LC_ALL", locale);
+    ScopedEnvironment const set("ProductLocale", "active");
+    if (zk::os::usersCodePage() != codePage)
+        GTEST_SKIP() << "the user's language is not a matter of the environment here";
+
+    EXPECT_STREQ(ToolLocaleName(), expected);
+}
+
+TEST_IN_FRESH_PROCESS(ToolLocale, isJapaneseForSuchAUserIfActive)
+{
+    expectActive("ja_JP.UTF-8", 932, "JA");
+}
+
+TEST_IN_FRESH_PROCESS(ToolLocale, isSimplifiedChineseForSuchAUserIfActive)
+{
+    expectActive("zh_CN.UTF-8", 936, "CN");
+}
+
+TEST_IN_FRESH_PROCESS(ToolLocale, isKoreanForSuchAUserIfActive)
+{
+    expectActive("ko_KR.UTF-8", 949, "KO");
+}
+
+TEST_IN_FRESH_PROCESS(ToolLocale, isTraditionalChineseForSuchAUserIfActive)
+{
+    expectActive("zh_TW.UTF-8", 950, "TW");
+}
+
+TEST_IN_FRESH_PROCESS(ToolLocale, isEnglishForAnyOtherUserIfActive)
+{
+    expectActive("de_DE.UTF-8", 1252, "EN");
+}
+
+TEST_IN_FRESH_PROCESS(ToolLocale, switchesTheRuntimesLocaleAndTheUsersLanguage)
+{
+    zk::os::setRuntimeLocale(932);
+    std::string const expected = std::setlocale(LC_ALL, nullptr);
+    std::setlocale(LC_ALL, "C");
+    MemoryProfile profile;
+    profile.set("General", "ProductLocale", "JA");
+    profile.set("General", "UpdateLocaleByProductLocale", "TRUE");
+
+    ToolLocaleName();
+
+    EXPECT_EQ(std::setlocale(LC_ALL, nullptr), expected);
+}
+
 TEST_IN_FRESH_PROCESS(ToolLocale, leavesTheLocalesAloneUnlessAskedTo)
 {
     MemoryProfile profile;
