@@ -124,10 +124,9 @@ bool ccg_matchesMsgId(std::string_view pattern, std::string_view text) noexcept
     bool isFirst = true;
     while (auto const token = tokens.next()) {
         if (isFirst && pattern.substr(0, token->size()) == *token) {
-            if (text == pattern)
-                return true;
-            bool const starFollows = pattern.size() > token->size();
-            if (text.substr(0, token->size()) != *token || !starFollows)
+            if (pattern.size() == token->size())
+                return text == pattern;  // there is no star
+            if (text.substr(0, token->size()) != *token)
                 return false;
             position = token->size();
         } else {

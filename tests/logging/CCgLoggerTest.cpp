@@ -586,6 +586,7 @@ TEST(CCgMsgIdPattern, matchesAsItsPiecesStand)
         {"A*B*C", "AxC", false}, {"*", "", true},          {"***", "ABC", true},   {"*W", "", false},
         {"A*", "", false},       {"*AB*B", "AxABB", true}, {"AA*A", "AA", false},  {"A*A", "A", false},
         {"A*B*", "AB", true},    {"A*B*", "ABC", false},   {"*W", "*W", true},     {"A*", "A*", true},
+        {"A*B*", "A*B*", false},
     };
     for (Row const& row : rows)
         EXPECT_EQ(ccg_matchesMsgId(row.pattern, row.text), row.matches) << row.pattern << ' ' << row.text;
