@@ -158,7 +158,10 @@ ReadRow const wideRows[] = {
     {wide("\n\n[ S ]\n\n k = \"v\" \n"), "v"},
     {wide("[S]\n;k=1\nk=v ; c\n"), "v ; c"},
     {wide("[S]\nk=a\0b\n"s), "a"},
+#ifndef _WIN32
+    // Wine takes the odd byte's other half from behind the file, which holds what chance put there.
     {wide("[S]\nk=v") + "x", "vx"},
+#endif
     {wide("[S]\nk=v\n") + "x", "v"},
     {wide("[S]\nk=v\n").substr(2), "DEF"},
     {wide(""), "DEF"},
