@@ -115,6 +115,39 @@ TEST_F(ProfileService, givesTheDefaultsOfWhatDoesNotConvert)
     EXPECT_EQ(rect, CRect(9, 9, 9, 9));
 }
 
+// Keeps the texts that pass by.
+class OverheardService : public IAppProfileService {
+public:
+    OverheardService() : IAppProfileService(true) { }
+
+    void WriteProfileStringA(char const* section, char const* key, char const* value) override
+    {
+        written += std::string(section) + "/" + key + "=" + value + " ";
+    }
+    CString GetProfileStringA(char const*, char const*, char const*) override { return text; }
+
+    std::string written;
+    CString text;
+};
+
+TEST(OverriddenProfile, writesAndReadsConvertedKindsThroughItsTexts)
+{
+    OverheardService service;
+    service.WriteProfileBool("S", "b", 1);
+    service.WriteProfileColor("S", "c", 0x030201);
+    service.WriteProfileRect("S", "r", CRect(1, 2, 3, 4));
+    EXPECT_EQ(service.written, "S/b=TRUE S/c=1,2,3 S/r=(1,2,3,4) ");
+
+    service.text = "TRUE";
+    EXPECT_EQ(service.GetProfileBool("S", "b", 0), 1);
+    service.text = "1,2,3";
+    EXPECT_EQ(service.GetProfileColor("S", "c", 0), 0x030201u);
+    service.text = "(1,2,3,4)";
+    CRect rect;
+    EXPECT_TRUE(service.GetProfileRect("S", "r", rect));
+    EXPECT_EQ(rect, CRect(1, 2, 3, 4));
+}
+
 TEST_F(ProfileService, removesAKeyByNull)
 {
     service_.WriteProfileStringA("S", "k", "v");
@@ -310,6 +343,17 @@ TEST(ProfileEnvironment, givesTheDefaultOfAnAbsentVariable)
     EXPECT_EQ(value, "DEF");
     EXPECT_FALSE(IAppProfileService::GetEnvironmentVariableA("ZK_TEST_ABSENT", value, nullptr));
     EXPECT_EQ(value, "");
+}
+
+TEST(ProfileEnvironment, takesAVariableOfWhiteSpaceForPresent)
+{
+    SetEnvironmentVariableA("ZK_TEST_VARIABLE", " \t");
+    CString value("before");
+
+    EXPECT_TRUE(IAppProfileService::GetEnvironmentVariableA("ZK_TEST_VARIABLE", value, "DEF"));
+
+    EXPECT_EQ(value, "");
+    SetEnvironmentVariableA("ZK_TEST_VARIABLE", nullptr);
 }
 
 TEST(ProfileFolders, tellTheExecutablesAndTheCurrentOne)

@@ -203,7 +203,7 @@ TEST_F(LogicalPaths, expandAsIfStepByStep)
     }
 }
 
-TEST_F(LogicalPaths, mayExpandInPlace)
+TEST_F(LogicalPaths, mayBeExpandedIntoTheirOwnText)
 {
     ScopedEnvironment const set("ZkInPlace", "root");
     CString path("$ZkInPlace/a");
@@ -224,16 +224,6 @@ TEST_F(LogicalPaths, doNotExpandWhatANameResolvedTo)
     EXPECT_TRUE(expandLogicalPath("$ZkRoot7\\y", result));
 
     EXPECT_STREQ(result, "$ZkRoot8\\x\\y");
-}
-
-TEST_F(LogicalPaths, mayBeExpandedIntoTheirOwnText)
-{
-    ScopedEnvironment const set("ZkRoot9", "value");
-    CString path("$ZkRoot9\\x");
-
-    EXPECT_TRUE(expandLogicalPath(path, path));
-
-    EXPECT_STREQ(path, "value\\x");
 }
 
 TEST_F(LogicalPaths, becomeFullPathsInPlace)
