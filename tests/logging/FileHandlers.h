@@ -102,10 +102,7 @@ protected:
     Owned log_;
 
 private:
-    static char* line(CCgEvent const& event)
-    {
-        return newText(taken(ccg_messageText(event.message)) + "\n");
-    }
+    static char* line(CCgEvent const& event) { return newText(taken(ccg_messageText(event.message)) + "\n"); }
 
     std::filesystem::path const before_ = std::filesystem::current_path();
     Owned plain_, framed_;

@@ -27,8 +27,8 @@ TEST(ProfileServiceReads, lookAtAnUnchangedFileOnceForAShortValue)
 {
     TemporaryFolder const folder;
     folder.write("p.ini",
-                 "[S]\n10=" + std::string(10, 'x') + "\n259=" + std::string(259, 'x') + "\n260=" +
-                     std::string(260, 'x') + "\n2000=" + std::string(2000, 'x') + "\n");
+                 "[S]\n10=" + std::string(10, 'x') + "\n259=" + std::string(259, 'x') +
+                     "\n260=" + std::string(260, 'x') + "\n2000=" + std::string(2000, 'x') + "\n");
     std::string line = "-iniFile=" + folder.path("p.ini");
     CWinApp host("host");
     host.m_lpCmdLine = line.data();
