@@ -77,6 +77,9 @@ ThreadRecord* takeFromPool() noexcept
         pthread_key_delete(threadEndKey);
     if (!isOnlyUserOfRecords())
         return;
+    // The thread goes on, but nobody can ask for it any more.
+    if (ownThreadRecord && ownThreadRecord->state)
+        noteEndOfThread(*ownThreadRecord->state, true);
     ownThreadRecord = nullptr;
     ThreadRecord* record = firstRecord.exchange(nullptr);
     while (record)
