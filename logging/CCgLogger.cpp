@@ -110,10 +110,13 @@ void ccg_forward(CCgObject* object, CCgEvent* event)
     }
     // By place, and each held: what a listener does may change the group.
     for (std::size_t i = 0; i < object->listeners.size(); ++i) {
-        CCgObject* const listener = object->listeners.at(i);
-        addReference(listener);
-        deliver(listener, event);
-        releaseObject(listener);
+        struct Held {
+            explicit Held(CCgObject* object) noexcept : object(object) { addReference(object); }
+            ~Held() { releaseObject(object); }
+
+            CCgObject* const object;
+        } const listener(object->listeners.at(i));
+        deliver(listener.object, event);
     }
 }
 

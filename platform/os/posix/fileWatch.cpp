@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <map>
+#include <memory>
 #include <mutex>
 #include <new>
 #include <utility>
@@ -124,9 +125,11 @@ void FileWatch::start(char const* path) noexcept
     Service& own = service();
     try {
         path_ = path;
-        char* const resolved = systemCalls().realpath(path, nullptr);
-        std::string const behindLinks = resolved ? resolved : "";
-        free(resolved);
+        struct Free {
+            void operator()(char* text) const { free(text); }
+        };
+        std::unique_ptr<char, Free> const resolved(systemCalls().realpath(path, nullptr));
+        std::string const behindLinks = resolved ? resolved.get() : "";
         bool const isWatched = !behindLinks.empty() && own.begin() && watchWay(own, path_, watches_) &&
             watchWay(own, behindLinks, watches_);
         if (isWatched) {
