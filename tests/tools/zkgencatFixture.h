@@ -9,33 +9,16 @@
 //   }
 #pragma once
 
-#include "tests/support/ChildProcess.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/tools/ToolTest.h"
 #include "tools/zkgencat/run.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdlib>
-#include <filesystem>
 #include <sstream>
 #include <string>
 #include <vector>
 
-class ZkGencat : public testing::Test {
+class ZkGencat : public ToolTest {
 protected:
-    ZkGencat() { std::filesystem::current_path(folder.path()); }
-    ~ZkGencat() override { std::filesystem::current_path(before_); }
-
-    // What the program did. Its lines end in "\n" here on both systems.
-    zk::test::ProgramResult start(std::vector<std::string> const& arguments,
-                                  zk::test::Output output = zk::test::Output::kept) const
-    {
-        zk::test::ProgramResult result = zk::test::runProgram(program_.string(), arguments, output);
-        for (std::string* const text : {&result.out, &result.err})
-            text->erase(std::remove(text->begin(), text->end(), '\r'), text->end());
-        return result;
-    }
+    ZkGencat() : ToolTest(ZKGENCAT_PROGRAM) { }
 
     // The same in this process.
     static zk::test::ProgramResult run(std::vector<std::string> const& arguments,
@@ -65,18 +48,4 @@ protected:
         auto const result = run({"--dump", catalog});
         return result.code == 0 ? result.out.substr(result.out.find('\n') + 1) : result.err;
     }
-
-    TemporaryFolder const folder;
-
-private:
-    static std::filesystem::path findProgram()
-    {
-        std::filesystem::path program(ZKGENCAT_PROGRAM);
-        if (char const* const build = std::getenv("ZK_BINARY_DIR"))
-            program = std::filesystem::path(build) / "bin" / program.filename();
-        return std::filesystem::absolute(program).make_preferred();
-    }
-
-    std::filesystem::path const program_ = findProgram();  // with the current folder as it was
-    std::filesystem::path const before_ = std::filesystem::current_path();
 };

@@ -9,34 +9,17 @@
 //   }
 #pragma once
 
-#include "tests/support/ChildProcess.h"
 #include "tests/support/ScopedEnvironment.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/tools/ToolTest.h"
 #include "tools/zkprofile/run.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdlib>
-#include <filesystem>
 #include <sstream>
 #include <string>
 #include <vector>
 
-class ZkProfile : public testing::Test {
+class ZkProfile : public ToolTest {
 protected:
-    ZkProfile() { std::filesystem::current_path(folder.path()); }
-    ~ZkProfile() override { std::filesystem::current_path(before_); }
-
-    // What the program did. Its lines end in "\n" here on both systems.
-    zk::test::ProgramResult start(std::vector<std::string> const& arguments,
-                                  zk::test::Output output = zk::test::Output::kept) const
-    {
-        zk::test::ProgramResult result = zk::test::runProgram(program_.string(), arguments, output);
-        for (std::string* const text : {&result.out, &result.err})
-            text->erase(std::remove(text->begin(), text->end(), '\r'), text->end());
-        return result;
-    }
+    ZkProfile() : ToolTest(ZKPROFILE_PROGRAM) { }
 
     // The same in this process.
     static zk::test::ProgramResult run(std::vector<std::string> const& arguments)
@@ -56,20 +39,8 @@ protected:
         return run(arguments);
     }
 
-    TemporaryFolder const folder;
-
 private:
-    static std::filesystem::path findProgram()
-    {
-        std::filesystem::path program(ZKPROFILE_PROGRAM);
-        if (char const* const build = std::getenv("ZK_BINARY_DIR"))
-            program = std::filesystem::path(build) / "bin" / program.filename();
-        return std::filesystem::absolute(program).make_preferred();
-    }
-
     zk::test::ScopedEnvironment const user_{"USERPROFILE", nullptr};
     zk::test::ScopedEnvironment const everybody_{"ALLUSERSPROFILE", nullptr};
     zk::test::ScopedEnvironment const configuration_{"XDG_CONFIG_HOME", folder.path("config").c_str()};
-    std::filesystem::path const program_ = findProgram();  // with the current folder as it was
-    std::filesystem::path const before_ = std::filesystem::current_path();
 };
